@@ -1,3 +1,166 @@
 #include "frame/failure.h"
+#include "frame/log.h"
+#include "frame/messagebox.h"
+#include "frame/processstate.h"
+#include "support/recordingmessagebox.h"
+#include "support/sandbox.h"
+
 #include <gtest/gtest.h>
-TEST(Failure, placeholder) { EXPECT_EQ(fx::ArgForm("a %0%", {QStringLiteral("b")}), QStringLiteral("a %0%|||b")); }
+
+using namespace fx;
+
+namespace {
+// Three procedures, each with its frame, as the program's procedures are written.
+void C()
+{
+    Frame("C", [] { Raise("Directory '%0%' not exists", {QStringLiteral("/no/such")}); });
+}
+void B()
+{
+    Frame("B", [] { C(); });
+}
+void A()
+{
+    Frame("A", [] { B(); });
+}
+
+Failure CaughtFrom(void (*procedure)())
+{
+    try {
+        procedure();
+    } catch (const Failure &failure) {
+        return failure;
+    }
+    return Failure(0, QString(), QString());
+}
+
+QStringList LogLines()
+{
+    return QString::fromUtf8(fxtest::Sandbox::ReadFile(GetLogFile())).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+} // namespace
+
+TEST(Failure, grows_source_and_description_through_three_frames)
+{
+    const Failure failure = CaughtFrom(A);
+    EXPECT_EQ(failure.Number(), 1);
+    EXPECT_EQ(failure.Source(), QStringLiteral("A"));
+    EXPECT_EQ(failure.Description(), QStringLiteral("B: C: Directory '%0%' not exists|||/no/such"));
+}
+
+TEST(Failure, first_hop_adds_nothing_when_the_source_is_the_application_title)
+{
+    const Failure raised(1, QStringLiteral("Fendrix"), QStringLiteral("text"));
+    const Failure passed = raised.PassedThrough(QStringLiteral("Proc"));
+    EXPECT_EQ(passed.Description(), QStringLiteral("text"));
+    EXPECT_EQ(passed.Source(), QStringLiteral("Proc"));
+}
+
+TEST(Failure, other_exceptions_become_number_one_in_the_frame)
+{
+    try {
+        Frame("Outer", [] { throw std::runtime_error("disk gone"); });
+        FAIL() << "no failure";
+    } catch (const Failure &failure) {
+        EXPECT_EQ(failure.Number(), 1);
+        EXPECT_EQ(failure.Source(), QStringLiteral("Outer"));
+        EXPECT_EQ(failure.Description(), QStringLiteral("disk gone"));
+    }
+}
+
+TEST(Failure, frame_passes_the_result_of_its_body_through)
+{
+    EXPECT_EQ(Frame("F", [] { return 42; }), 42);
+}
+
+TEST(ShowMessage, shows_a_deep_failure_in_a_box_and_logs_its_chain)
+{
+    fxtest::Sandbox sandbox;
+    InitLog(QString(), QString(), sandbox.Temp() + QStringLiteral("run.log"));
+    fxtest::RecordingMessageBox ui;
+
+    EXPECT_EQ(ShowMessage(CaughtFrom(A), MbIconExclamation), IdOk);
+
+    ASSERT_EQ(ui.boxes.size(), 1u);
+    EXPECT_EQ(ui.boxes[0].text, QStringLiteral("B: C: Directory '/no/such' not exists"));
+    EXPECT_EQ(ui.boxes[0].title, QStringLiteral("Norvane Fendrix"));
+    EXPECT_EQ(ui.boxes[0].flags, quint32(MbIconExclamation | MbTaskModal));
+    const QStringList lines = LogLines();
+    ASSERT_FALSE(lines.isEmpty());
+    EXPECT_TRUE(lines.last().endsWith(QStringLiteral("  A:B: C: Directory '/no/such' not exists"))) << qPrintable(lines.last());
+}
+
+TEST(ShowMessage, in_batch_mode_logs_the_failure_and_takes_the_default_answer)
+{
+    fxtest::Sandbox sandbox;
+    InitLog(QString(), QString(), sandbox.Temp() + QStringLiteral("run.log"));
+    fxtest::RecordingMessageBox ui;
+    Process().BatchMode = true;
+
+    EXPECT_EQ(ShowMessage(CaughtFrom(A), MbYesNo | MbDefButton2), IdNo);
+
+    EXPECT_TRUE(ui.boxes.empty());
+    EXPECT_TRUE(LogLines().last().endsWith(QStringLiteral("A:B: C: Directory '/no/such' not exists")));
+}
+
+TEST(ShowMessage, blank_text_shows_unknown_error_and_ampersands_are_stripped)
+{
+    fxtest::RecordingMessageBox ui;
+    ShowMessage(QStringLiteral("   "), MbOk);
+    ShowMessage(QStringLiteral("Save && close %0%|||A&B"), MbOk);
+    ASSERT_EQ(ui.boxes.size(), 2u);
+    EXPECT_EQ(ui.boxes[0].text, QStringLiteral("Unknown error."));
+    EXPECT_EQ(ui.boxes[1].text, QStringLiteral("Save  close AB"));
+}
+
+TEST(ShowMessage, breaks_the_log_line_after_the_source_when_the_text_has_line_breaks)
+{
+    fxtest::Sandbox sandbox;
+    InitLog(QString(), QString(), sandbox.Temp() + QStringLiteral("run.log"));
+    Process().BatchMode = true;
+    ShowMessage(Failure(1, QStringLiteral("Proc"), QStringLiteral("first\r\nsecond")), MbOk);
+    const QString log = QString::fromUtf8(fxtest::Sandbox::ReadFile(GetLogFile()));
+    EXPECT_TRUE(log.contains(QStringLiteral("  Proc:\r\nfirst\r\nsecond"))) << qPrintable(log);
+}
+
+struct DefaultCase
+{
+    quint32 flags;
+    int answer;
+};
+
+class BatchDefaultAnswer : public ::testing::TestWithParam<DefaultCase>
+{
+};
+
+TEST_P(BatchDefaultAnswer, is_the_button_the_flags_name_as_default)
+{
+    fxtest::RecordingMessageBox ui(IdCancel);
+    EXPECT_EQ(MessageBoxAnswer(QStringLiteral("?"), GetParam().flags, QStringLiteral("t"), false), GetParam().answer);
+    EXPECT_TRUE(ui.boxes.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, BatchDefaultAnswer,
+                         ::testing::Values(DefaultCase{MbOk | MbDefButton3, IdOk},
+                                           DefaultCase{MbOkCancel, IdOk},
+                                           DefaultCase{MbOkCancel | MbDefButton2, IdCancel},
+                                           DefaultCase{MbOkCancel | MbDefButton3, IdCancel},
+                                           DefaultCase{MbAbortRetryIgnore, IdAbort},
+                                           DefaultCase{MbAbortRetryIgnore | MbDefButton2, IdRetry},
+                                           DefaultCase{MbAbortRetryIgnore | MbDefButton3, IdIgnore},
+                                           DefaultCase{MbAbortRetryIgnore | MbDefButton4, IdIgnore},
+                                           DefaultCase{MbYesNoCancel | MbIconQuestion, IdYes},
+                                           DefaultCase{MbYesNoCancel | MbDefButton2, IdNo},
+                                           DefaultCase{MbYesNoCancel | MbDefButton3, IdCancel},
+                                           DefaultCase{MbYesNo | MbDefButton2 | MbIconExclamation, IdNo},
+                                           DefaultCase{MbYesNo | MbDefButton3, IdNo},
+                                           DefaultCase{MbRetryCancel, IdRetry},
+                                           DefaultCase{MbRetryCancel | MbDefButton2, IdCancel}));
+
+TEST(MessageBoxAnswer, interactive_asks_the_window_side_with_the_task_modal_bit)
+{
+    fxtest::RecordingMessageBox ui(IdNo);
+    EXPECT_EQ(MessageBoxAnswer(QStringLiteral("Save?"), MbYesNo, QStringLiteral("t"), true), IdNo);
+    ASSERT_EQ(ui.boxes.size(), 1u);
+    EXPECT_EQ(ui.boxes[0].flags, quint32(MbYesNo | MbTaskModal));
+}

@@ -1,0 +1,179 @@
+#include "frame/startup.h"
+
+#include "frame/failure.h"
+#include "frame/fileops.h"
+#include "frame/folders.h"
+#include "frame/log.h"
+#include "frame/logmessage.h"
+#include "frame/messagebox.h"
+#include "frame/messages.h"
+#include "frame/paths.h"
+#include "frame/processend.h"
+#include "frame/processstate.h"
+#include "frame/programinfo.h"
+#include "frame/settings.h"
+#include "frame/configkeys.h"
+#include "frame/tempdir.h"
+#include "frame/translation.h"
+#include "frame/usage.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <optional>
+
+namespace fx {
+
+namespace {
+void LetEventsRun()
+{
+    if (QCoreApplication::instance())
+        QCoreApplication::processEvents();
+}
+
+// The log starts in TEMP; without a usable TEMP it falls back so the failure is still written.
+void CheckTemp(const QString &title)
+{
+    LogMessage(QString::fromLatin1(msg::CheckingTemp));
+    const QString temp = GetTempEnvDir();
+    if (!temp.isEmpty() && QFileInfo(temp).isDir()) {
+        InitLog(title, QString(), QString());
+        Process().TempDir = temp;
+        Process().WorkDir = temp;
+        return;
+    }
+    InitLog(title, QString(), FallbackLogFile());
+    if (temp.isEmpty())
+        Raise(msg::TempNotDefined);
+    Raise(msg::TempNotExisting, {qEnvironmentVariable(qEnvironmentVariableIsSet("TEMP") ? "TEMP" : "TMPDIR")});
+}
+
+void CheckMainConfig()
+{
+    const QString file = ProgramDir() + QStringLiteral("Fendrix.ini");
+    LogMessage(msg::CheckingMainConfig, {file});
+    if (!QFileInfo(file).isFile())
+        Raise(msg::MainConfigMissing, {ProgramDir()});
+}
+
+// A writable existing Config.ini in a read-only folder passes, deliberately: the file is all
+// the program writes there.
+void CheckUserConfig()
+{
+    const QString file = GetConfigFile();
+    LogMessage(msg::CheckingUserConfig, {file});
+    const QString folder = GetFolderOfPath(file);
+    if (!QFileInfo::exists(file)) {
+        bool writable = false;
+        try {
+            writable = IsFolderWritable(folder);
+        } catch (const Failure &) {
+            writable = false;
+        }
+        if (!writable)
+            Raise(msg::DirectoryWriteDenied, {folder});
+    } else if (IsFileReadOnly(file)) {
+        Raise(msg::FileWriteDenied, {file});
+    }
+}
+
+ExecutionModeKind SettleExecutionMode(const CommandLineArgs &args)
+{
+    const QString mode = args.mode.isEmpty() ? QStringLiteral("APPROVE") : args.mode;
+    const QString upper = mode.toUpper();
+    ExecutionModeKind kind = ExecutionModeKind::Unknown;
+    if (upper == QLatin1String("APPROVE"))
+        kind = ExecutionModeKind::Approve;
+    else if (upper == QLatin1String("CHECK"))
+        kind = ExecutionModeKind::Check;
+    else
+        Raise(msg::UnknownExecutionMode, {mode});
+    LogMessage(msg::ExecutionModeLogged, {upper});
+    if (Process().BatchMode && kind != ExecutionModeKind::Check)
+        Raise(msg::BatchModeNotAvailable, {upper});
+    return kind;
+}
+
+void StoreArguments(const CommandLineArgs &args)
+{
+    ProcessState &process = Process();
+    QString controlFile = args.controlFile;
+    if (!args.project.isEmpty() && controlFile.isEmpty())
+        controlFile = ReadSetting(GetConfigFile(), setting::LastControlFile);
+    if (!args.configFile.isEmpty() && !QFileInfo::exists(args.configFile))
+        Raise(msg::UserConfigNotExists, {args.configFile});
+    if (!controlFile.isEmpty()) {
+        LogMessage(msg::ControlFileLogged, {controlFile});
+        process.CmdControlFile = controlFile;
+    }
+    if (!args.project.isEmpty()) {
+        LogMessage(msg::ProjectLogged, {args.project});
+        process.CmdProject = args.project;
+    }
+    if (!args.configFile.isEmpty()) {
+        LogMessage(msg::UserConfigLogged, {args.configFile});
+        if (process.BatchMode)
+            process.CmdConfigFile = args.configFile;
+        else // stays the user's config file of this mode for later runs
+            WriteSetting(GetConfigFile(),
+                         process.ExecutionMode == ExecutionModeKind::Approve ? setting::UserConfigFileApprove
+                                                                             : setting::UserConfigFileCheck,
+                         args.configFile);
+    }
+    if (!args.listFile.isEmpty()) {
+        LogMessage(msg::ListFileLogged, {args.listFile});
+        process.CmdListFile = args.listFile;
+    }
+}
+} // namespace
+
+QString FallbackLogFile()
+{
+    return QDir::toNativeSeparators(QDir::tempPath()) + QDir::separator() + QStringLiteral("Fendrix.log");
+}
+
+StartOutcome Main(const CommandLineArgs &args, IStartupSplash *splash)
+{
+    std::optional<BusyScope> busy(std::in_place);
+    ProcessState &process = Process();
+    process.BatchMode = args.batch;
+    process.ExecutionMode = ExecutionModeKind::Unknown;
+    process.CmdProject.clear();
+    process.CmdControlFile.clear();
+    process.CmdConfigFile.clear();
+    if (splash && !process.BatchMode)
+        splash->Show();
+    LetEventsRun();
+    const QString title = ProgramTitle();
+
+    try {
+        CheckTemp(title);
+        CheckMainConfig();
+        CheckUserConfig();
+        LetEventsRun();
+        InitLanguage();
+        LogMessage(msg::CommandLineArguments, {args.commandLine});
+        if (args.usageWanted) {
+            if (splash)
+                splash->ForceUnload();
+            ShowUsage(title, args.commandLine, args.incorrect);
+            RaiseExit();
+        }
+        process.ExecutionMode = SettleExecutionMode(args);
+        StoreArguments(args);
+        busy.reset();
+        return StartOutcome::Proceed;
+    } catch (const Failure &failure) {
+        busy.reset();
+        if (splash)
+            splash->ForceUnload();
+        if (failure.Number() == 2)
+            return StartOutcome::Usage;
+        ShowMessage(failure, MbIconCritical);
+        ShowMessage(ArgForm(msg::LogFileLocation, {GetLogFile()}), MbIconExclamation);
+        return StartOutcome::Failed;
+    }
+}
+
+} // namespace fx

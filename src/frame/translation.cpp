@@ -1,0 +1,211 @@
+#include "frame/translation.h"
+
+#include "frame/failure.h"
+#include "frame/logmessage.h"
+#include "frame/messages.h"
+#include "frame/paths.h"
+#include "frame/programinfo.h"
+#include "frame/settings.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+
+namespace fx {
+
+namespace {
+constexpr auto kSeparator = "|||";
+constexpr auto kEncodedPrefix = "~~~";
+
+struct LanguageState
+{
+    QString name;
+    QString fontName;
+    bool active = false;
+};
+
+LanguageState &State()
+{
+    static LanguageState state;
+    return state;
+}
+
+bool HasLetter(const QString &text)
+{
+    for (QChar c : text)
+        if ((c >= QLatin1Char('A') && c <= QLatin1Char('Z')) || (c >= QLatin1Char('a') && c <= QLatin1Char('z')))
+            return true;
+    return false;
+}
+
+QString FillArgs(QString text, const QStringList &args)
+{
+    for (int i = 0; i < args.size(); ++i)
+        text.replace(QLatin1Char('%') + QString::number(i) + QLatin1Char('%'), args.at(i));
+    return text;
+}
+
+QString LanguageFileOf(const QString &name)
+{
+    return LanguageDir() + name + QStringLiteral(".ini");
+}
+
+QString MnemonicFile()
+{
+    return LanguageDir() + QStringLiteral("Mnemonic.ini");
+}
+
+const QString kGeneral = QStringLiteral("General");
+} // namespace
+
+MessageArgs SplitMessageArgs(const QString &text)
+{
+    const QString separator = QLatin1String(kSeparator);
+    const qsizetype at = text.indexOf(separator);
+    if (at < 0)
+        return {text, {}};
+    return {text.left(at), text.mid(at + separator.size()).split(separator)};
+}
+
+QString FillMessageArgs(const QString &text)
+{
+    const MessageArgs split = SplitMessageArgs(text);
+    return FillArgs(split.message, split.args);
+}
+
+QString TranslateText(const QString &text, bool translate, bool stripAmpersands)
+{
+    const MessageArgs split = SplitMessageArgs(text);
+    QString result;
+    try {
+        if (translate && IsLanguageActive())
+            result = GetTranslation(split.message);
+    } catch (const std::exception &) {
+        // A failed lookup falls back to the English text.
+        result.clear();
+    }
+    if (result.trimmed().isEmpty())
+        result = split.message;
+    result = FillArgs(result, split.args);
+    if (stripAmpersands)
+        result.remove(QLatin1Char('&'));
+    return result;
+}
+
+QString DigestStrToHexStr(const QString &text)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(text.toLatin1(), QCryptographicHash::Md5).toHex());
+}
+
+QString EncodeLanguageValue(const QString &text)
+{
+    // A settings line holds neither a line break nor, in its single-byte form, a character
+    // beyond Latin-1: such texts are stored as the hexadecimal of their UTF-16 bytes.
+    bool plain = true;
+    for (QChar c : text)
+        if (c.unicode() > 0xFF || c == QLatin1Char('\r') || c == QLatin1Char('\n'))
+            plain = false;
+    if (plain)
+        return text;
+    QByteArray bytes(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
+    if (QSysInfo::ByteOrder == QSysInfo::BigEndian)
+        for (qsizetype i = 0; i + 1 < bytes.size(); i += 2)
+            std::swap(bytes[i], bytes[i + 1]);
+    QByteArray hex = bytes.toHex().toUpper();
+    while (hex.endsWith("00"))
+        hex.chop(2);
+    return QLatin1String(kEncodedPrefix) + QString::fromLatin1(hex);
+}
+
+QString DecodeLanguageValue(const QString &value)
+{
+    if (!value.startsWith(QLatin1String(kEncodedPrefix)))
+        return value;
+    QByteArray bytes = QByteArray::fromHex(value.mid(3).toLatin1());
+    if (bytes.size() % 2)
+        bytes.append('\0');
+    QString text(bytes.size() / 2, Qt::Uninitialized);
+    for (qsizetype i = 0; i < text.size(); ++i)
+        text[i] = QChar(static_cast<char16_t>(static_cast<uchar>(bytes[2 * i]) |
+                                              (static_cast<uchar>(bytes[2 * i + 1]) << 8)));
+    return text;
+}
+
+QString GetTranslation(const QString &text)
+{
+    if (!HasLetter(text))
+        return text;
+    const QString key = DigestStrToHexStr(text);
+    const QString mnemonic = MnemonicFile();
+    if (GetIniValue(mnemonic, kGeneral, key).isEmpty())
+        SetIniValue(mnemonic, kGeneral, key, EncodeLanguageValue(text));
+    const QString languageFile = CurrentLanguageFile();
+    const QString stored = GetIniValue(languageFile, kGeneral, key);
+    if (stored.isEmpty()) {
+        SetIniValue(languageFile, kGeneral, key, EncodeLanguageValue(text));
+        return text;
+    }
+    return DecodeLanguageValue(stored);
+}
+
+QString LanguageDir()
+{
+    return ProgramDir() + QStringLiteral("Language") + QDir::separator();
+}
+
+QString CurrentLanguage()
+{
+    return State().name;
+}
+
+QString CurrentLanguageFile()
+{
+    return LanguageFileOf(State().name);
+}
+
+QString CurrentFontName()
+{
+    return State().fontName;
+}
+
+bool IsLanguageActive()
+{
+    return State().active;
+}
+
+void InitLanguage(const QString &name)
+{
+    Frame("InitLanguage", [&] {
+        LogMessage(QString::fromLatin1(msg::SettingLanguage));
+        QString language = name.trimmed();
+        if (language.isEmpty())
+            language = GetIniValue(GetConfigFile(), QStringLiteral("Language"), QStringLiteral("Language"),
+                                   QStringLiteral("English"));
+        QDir().mkpath(LanguageDir());
+        if (!QFileInfo::exists(LanguageFileOf(language)))
+            language = QStringLiteral("English");
+        if (!QFileInfo::exists(LanguageFileOf(language))) {
+            LogMessage(QString::fromLatin1(msg::EnglishIniCreated));
+            SetIniValue(LanguageFileOf(language), QStringLiteral("Language"), QStringLiteral("Font"),
+                        QStringLiteral("Tahoma"));
+        }
+        if (!QFileInfo::exists(LanguageFileOf(language)))
+            Raise(msg::LanguageFileNotFound, {LanguageFileOf(language)});
+        LanguageState &state = State();
+        state.name = language;
+        state.fontName = GetIniValue(LanguageFileOf(language), QStringLiteral("Language"), QStringLiteral("Font"),
+                                     QStringLiteral("MS Sans Serif"));
+        state.active = true;
+        LogMessage(msg::LanguageLogged, {language});
+    });
+}
+
+void SetLanguage(const QString &name)
+{
+    Frame("SetLanguage", [&] {
+        SetIniValue(GetConfigFile(), QStringLiteral("Language"), QStringLiteral("Language"), name);
+        InitLanguage(name);
+    });
+}
+
+} // namespace fx

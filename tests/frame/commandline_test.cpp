@@ -1,0 +1,99 @@
+#include "frame/commandline.h"
+
+#include <gtest/gtest.h>
+
+using namespace fx;
+
+struct SlashCase
+{
+    const char *line;
+    const char *mode;
+    const char *project;
+    const char *config;
+    bool usage;
+    bool incorrect;
+    bool batch;
+};
+
+class SlashCommandLine : public ::testing::TestWithParam<SlashCase>
+{
+};
+
+TEST_P(SlashCommandLine, parses_as_existing_scripts_expect)
+{
+    const SlashCase &c = GetParam();
+    const CommandLineArgs args = ParseSlashCommandLine(QString::fromUtf8(c.line));
+    EXPECT_EQ(args.mode, QString::fromUtf8(c.mode));
+    EXPECT_EQ(args.project, QString::fromUtf8(c.project));
+    EXPECT_EQ(args.configFile, QString::fromUtf8(c.config));
+    EXPECT_EQ(args.usageWanted, c.usage);
+    if (c.usage)
+        EXPECT_EQ(args.incorrect, c.incorrect);
+    EXPECT_EQ(args.batch, c.batch);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Quirks, SlashCommandLine,
+    ::testing::Values(SlashCase{"", "", "", "", false, false, false},
+                      SlashCase{"foo", "", "", "", true, true, false},
+                      SlashCase{"/?", "", "", "", true, false, false},
+                      SlashCase{" /? ", "", "", "", true, false, false},
+                      SlashCase{"/Mode check", "check", "", "", false, false, false},
+                      SlashCase{"/Mode", "", "", "", false, false, false},
+                      SlashCase{"/Modeless x", "less x", "", "", false, false, false},
+                      SlashCase{"/Projectile x", "", "ile x", "", false, false, false},
+                      SlashCase{"/Project \"My Proj\" /Mode \"CHECK\"", "\"CHECK\"", "My Proj", "", false, false, false},
+                      SlashCase{"/Config c:/a/b.ini", "", "", "c:", true, true, false},
+                      SlashCase{"/batch /Mode APPROVE", "APPROVE", "", "", false, false, true},
+                      SlashCase{"/BATCHES", "", "", "", false, false, true},
+                      SlashCase{"/Mode CHECK /x", "CHECK", "", "", true, true, false},
+                      SlashCase{"prefix/Mode CHECK", "CHECK", "", "", true, true, false}));
+
+TEST(SlashCommandLine, takes_every_value_behind_its_keyword)
+{
+    const CommandLineArgs args = ParseSlashCommandLine(
+        QStringLiteral("/CMD \"d:\\pds\\proj.cmd\" /Project P1 /Config u.ini /Listfile models.txt /Mode CHECK /batch"));
+    EXPECT_EQ(args.controlFile, QStringLiteral("d:\\pds\\proj.cmd"));
+    EXPECT_EQ(args.project, QStringLiteral("P1"));
+    EXPECT_EQ(args.configFile, QStringLiteral("u.ini"));
+    EXPECT_EQ(args.listFile, QStringLiteral("models.txt"));
+    EXPECT_EQ(args.mode, QStringLiteral("CHECK"));
+    EXPECT_TRUE(args.batch);
+    EXPECT_FALSE(args.usageWanted);
+}
+
+TEST(LongOptions, carry_posix_paths_whole)
+{
+    const CommandLineArgs args = ParseArguments({QStringLiteral("--mode"), QStringLiteral("check"), QStringLiteral("--cmd"),
+                                                 QStringLiteral("/srv/pds/proj.cmd"), QStringLiteral("--project"),
+                                                 QStringLiteral("P1"), QStringLiteral("--config"), QStringLiteral("/home/u/my config.ini"),
+                                                 QStringLiteral("--listfile"), QStringLiteral("/tmp/list.txt"), QStringLiteral("--batch")});
+    EXPECT_EQ(args.mode, QStringLiteral("check"));
+    EXPECT_EQ(args.controlFile, QStringLiteral("/srv/pds/proj.cmd"));
+    EXPECT_EQ(args.configFile, QStringLiteral("/home/u/my config.ini"));
+    EXPECT_EQ(args.listFile, QStringLiteral("/tmp/list.txt"));
+    EXPECT_TRUE(args.batch);
+    EXPECT_FALSE(args.usageWanted);
+    EXPECT_EQ(args.commandLine, QStringLiteral("--mode check --cmd /srv/pds/proj.cmd --project P1 --config \"/home/u/my config.ini\" --listfile /tmp/list.txt --batch"));
+}
+
+TEST(LongOptions, help_asks_for_usage_and_unknown_or_incomplete_options_are_incorrect)
+{
+    const CommandLineArgs help = ParseArguments({QStringLiteral("--help")});
+    EXPECT_TRUE(help.usageWanted);
+    EXPECT_FALSE(help.incorrect);
+    for (const QStringList &bad : {QStringList{QStringLiteral("--verbose")}, QStringList{QStringLiteral("--mode")},
+                                   QStringList{QStringLiteral("--batch"), QStringLiteral("/Mode"), QStringLiteral("CHECK")}}) {
+        const CommandLineArgs args = ParseArguments(bad);
+        EXPECT_TRUE(args.usageWanted) << qPrintable(bad.join(QLatin1Char(' ')));
+        EXPECT_TRUE(args.incorrect);
+    }
+}
+
+TEST(ParseArguments, joins_plain_arguments_into_the_slash_form)
+{
+    const CommandLineArgs args = ParseArguments({QStringLiteral("/Project"), QStringLiteral("My Proj"), QStringLiteral("/Mode"), QStringLiteral("CHECK")});
+    EXPECT_EQ(args.commandLine, QStringLiteral("/Project \"My Proj\" /Mode CHECK"));
+    EXPECT_EQ(args.project, QStringLiteral("My Proj"));
+    EXPECT_EQ(args.mode, QStringLiteral("CHECK"));
+}

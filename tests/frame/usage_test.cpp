@@ -1,0 +1,86 @@
+#include "frame/caption.h"
+#include "frame/usage.h"
+
+#include <gtest/gtest.h>
+
+using namespace fx;
+
+TEST(Usage, renders_the_echo_script_as_a_console_shows_it)
+{
+    const QStringList shown = RenderEchoScript(
+        {QStringLiteral("@echo ON"), QStringLiteral("@echo  two blanks"), QStringLiteral("@echo."), QStringLiteral("@echo x"), QStringLiteral("@pause")});
+    EXPECT_EQ(shown, (QStringList{QStringLiteral(" two blanks"), QString(), QStringLiteral("x")}));
+}
+
+TEST(Usage, lists_every_option_aligned_with_its_continuation_lines)
+{
+    const QStringList lines = RenderEchoScript(BuildUsageScript(QStringLiteral("Norvane Fendrix 1.0.0"), QStringLiteral("/?"), false, QStringLiteral("fendrix")));
+    const QString rule(60, QLatin1Char('-'));
+    const QString indent(27, QLatin1Char(' '));
+    const QStringList expected{
+        rule,
+        QStringLiteral("           Norvane Fendrix 1.0.0"),
+        rule,
+        QString(),
+        QString(),
+        QStringLiteral("Command line arguments for fendrix:"),
+        QString(),
+        QStringLiteral("/Mode mode               - Execution modes:"),
+        indent + QStringLiteral("APPROVE - Approval Module"),
+        indent + QStringLiteral("CHECK - Envelope Builder and Interference Checker Module"),
+        QString(),
+        QStringLiteral("/CMD control_file.cmd    - Path to the control file."),
+        indent + QStringLiteral("If control file is not defined, last"),
+        indent + QStringLiteral("control file will be used."),
+        QString(),
+        QStringLiteral("/Project project_name    - PDS-Project name."),
+        indent + QStringLiteral("If project name is not defined, last"),
+        indent + QStringLiteral("project will be used."),
+        QString(),
+        QStringLiteral("/Config config_file.ini  - Config file."),
+        indent + QStringLiteral("If not defined, last"),
+        indent + QStringLiteral("config file will be used."),
+        QString(),
+        QStringLiteral("/Listfile list_file.txt  - Plain ASCII file with model names"),
+        indent + QStringLiteral("(separated by line breaks)."),
+        indent + QStringLiteral("Applicable only for envelope generation."),
+        QString(),
+        QStringLiteral("/batch                   - If defined Envelope Builder and"),
+        indent + QStringLiteral("Interference Checker will be run in batch mode"),
+        QString(),
+        QStringLiteral("Example:"),
+        QString(),
+        QStringLiteral("fendrix /Mode CHECK /CMD control_file.cmd /Project project_name /Config config_file.ini /batch"),
+        QString(),
+        QString(),
+    };
+    EXPECT_EQ(lines, expected) << qPrintable(lines.join(QLatin1Char('\n')));
+}
+
+TEST(Usage, quotes_an_incorrect_command_line)
+{
+    const QStringList lines = RenderEchoScript(BuildUsageScript(QStringLiteral("T"), QStringLiteral("foo"), true, QStringLiteral("fendrix")));
+    ASSERT_GT(lines.size(), 7);
+    EXPECT_EQ(lines.mid(4, 3), (QStringList{QString(), QStringLiteral("Incorrect command line arguments: 'foo'"), QString()}));
+}
+
+TEST(WindowCaption, adds_its_pieces_in_order_under_their_conditions)
+{
+    CaptionState state;
+    EXPECT_EQ(ComposeWindowCaption(state), QStringLiteral("Norvane Fendrix [Approval Module]"));
+
+    state.batchMode = true;
+    state.kind = MainWindowKind::Check;
+    EXPECT_EQ(ComposeWindowCaption(state), QStringLiteral("Norvane Fendrix batch mode [Envelope Builder and Interference Checker Module]"));
+
+    // Offline and read-only tell nothing while no project is open.
+    state = CaptionState{};
+    state.offline = true;
+    state.readOnly = true;
+    EXPECT_EQ(ComposeWindowCaption(state), QStringLiteral("Norvane Fendrix [Approval Module]"));
+
+    state.projectName = QStringLiteral("P1");
+    state.clashFile = QStringLiteral("  /data/p1.fxdb ");
+    state.withProjectName = true;
+    EXPECT_EQ(ComposeWindowCaption(state), QStringLiteral("Norvane Fendrix [Approval Module] [Offline] [Read only] [/data/p1.fxdb] - P1"));
+}

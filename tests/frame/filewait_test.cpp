@@ -32,14 +32,6 @@ TEST(IsFileExistsA, takes_a_file_still_being_written_as_not_there_and_gives_up_a
     EXPECT_EQ(failure->Description(), kTimeout);
 }
 
-TEST(IsFileExistsA, gives_up_on_a_file_that_never_comes)
-{
-    Sandbox sandbox;
-    const auto failure = FailureOf([&] { fx::IsFileExistsA(sandbox.Root() + QStringLiteral("never.txt"), 200); });
-    ASSERT_TRUE(failure);
-    EXPECT_EQ(failure->Description(), kTimeout);
-}
-
 TEST(IsFileExistsA, returns_once_the_writer_lets_go_with_events_running_meanwhile)
 {
     Sandbox sandbox;

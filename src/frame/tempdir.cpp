@@ -6,10 +6,11 @@ namespace fx {
 
 QString GetTempEnvDir()
 {
-    if (qEnvironmentVariableIsSet("TEMP"))
-        return AddBackslash(qEnvironmentVariable("TEMP"));
-    if (qEnvironmentVariableIsSet("TMPDIR"))
-        return AddBackslash(qEnvironmentVariable("TMPDIR"));
+    for (const char *name : {"TEMP", "TMPDIR"}) {
+        const QString value = qEnvironmentVariable(name).trimmed();
+        if (!value.isEmpty())
+            return AddBackslash(value);
+    }
     return AddBackslash(QStringLiteral("/tmp"));
 }
 

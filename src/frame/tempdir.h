@@ -1,11 +1,11 @@
 #pragma once
-// The system's temporary folder as the environment names it.
+// The temporary folder the environment names.
 
 #include <QString>
 
 namespace fx {
 
-/// TEMP, else TMPDIR, else /tmp; with a trailing separator. Blank when TEMP is set but blank.
+/// TEMP, else TMPDIR, else /tmp; with a trailing separator. A variable set but blank counts as unset.
 QString GetTempEnvDir();
 
 } // namespace fx

@@ -46,7 +46,8 @@ void CheckTemp(const QString &title)
     InitLog(title, QString(), FallbackLogFile());
     if (temp.isEmpty())
         Raise(msg::TempNotDefined);
-    Raise(msg::TempNotExisting, {qEnvironmentVariable(qEnvironmentVariableIsSet("TEMP") ? "TEMP" : "TMPDIR")});
+    const QString named = qEnvironmentVariable("TEMP").trimmed();
+    Raise(msg::TempNotExisting, {named.isEmpty() ? qEnvironmentVariable("TMPDIR") : named});
 }
 
 void CheckMainConfig()

@@ -224,10 +224,10 @@ bool IniDocument::SetValue(const QString &section, const QString &key, const QSt
     const auto it = target.keys.constFind(Fold(name));
     if (it != target.keys.cend()) {
         Line &line = target.body[*it];
-        Line replaced = MakeKeyLine(line.keyName, value, line.ending);
-        if (replaced.text == line.text)
+        // The same value again leaves the line, and so the file, as it is.
+        if (line.text.mid(line.text.indexOf(QLatin1Char('=')) + 1).trimmed() == value)
             return false;
-        line = std::move(replaced);
+        line = MakeKeyLine(line.keyName, value, line.ending);
         return true;
     }
     // A new key goes right after the last key line, ahead of trailing blank lines and comments.

@@ -49,25 +49,52 @@ TEST(IniFile, value_written_by_windows_reads_the_same)
                            QStringLiteral("Quoted")}));
 }
 
-TEST(IniFile, writing_a_key_changes_only_its_own_line)
+struct EditCase
+{
+    const char *name;
+    const char *section;
+    std::optional<QString> key;
+    std::optional<QString> value;
+    QByteArray before; ///< the bytes of the file that the edit changes, and nothing else
+    QByteArray after;
+};
+
+void PrintTo(const EditCase &c, std::ostream *os)
+{
+    *os << c.name;
+}
+
+class IniFileEdit : public testing::TestWithParam<EditCase>
+{
+};
+
+TEST_P(IniFileEdit, changes_only_the_lines_it_must)
 {
     fxtest::Sandbox box;
+    const EditCase &c = GetParam();
     const QString path = box.WriteFile(QStringLiteral("a.ini"), kWindowsFile);
-    ASSERT_TRUE(IniFile::Write(path, QStringLiteral("SETTINGS"), QStringLiteral("user"), Text("Jörg")));
+    ASSERT_TRUE(IniFile::Write(path, QString::fromUtf8(c.section), c.key, c.value));
     QByteArray expected = kWindowsFile;
-    expected.replace("User=M\xFCller\r\n", "User=J\xF6rg\r\n");
+    if (!c.before.isEmpty())
+        expected.replace(c.before, c.after);
     EXPECT_EQ(fxtest::Sandbox::ReadFile(path), expected);
 }
 
-TEST(IniFile, new_key_goes_after_the_last_key_of_its_section_in_the_file_line_style)
-{
-    fxtest::Sandbox box;
-    const QString path = box.WriteFile(QStringLiteral("a.ini"), kWindowsFile);
-    ASSERT_TRUE(IniFile::Write(path, QStringLiteral("settings"), QStringLiteral("New"), QStringLiteral("x")));
-    QByteArray expected = kWindowsFile;
-    expected.replace("\"  spaced out  \"\r\n", "\"  spaced out  \"\r\nNew=x\r\n");
-    EXPECT_EQ(fxtest::Sandbox::ReadFile(path), expected);
-}
+INSTANTIATE_TEST_SUITE_P(
+    WindowsFile, IniFileEdit,
+    testing::Values(EditCase{"existing_key_is_replaced_in_place", "SETTINGS", QStringLiteral("user"), Text("Jörg"),
+                             "User=M\xFCller\r\n", "User=J\xF6rg\r\n"},
+                    EditCase{"new_key_goes_after_the_last_key_line", "settings", QStringLiteral("New"), QStringLiteral("x"),
+                             "\"  spaced out  \"\r\n", "\"  spaced out  \"\r\nNew=x\r\n"},
+                    EditCase{"same_value_leaves_the_file_untouched", "Settings", QStringLiteral("autoload"),
+                             QStringLiteral("1"), "", ""},
+                    EditCase{"removed_key_takes_only_its_line", "Settings", QStringLiteral("PRICE"), std::nullopt,
+                             "Price= 5 \x80 \r\n", ""},
+                    EditCase{"removed_section_takes_its_comments_and_blank_lines", "settings", std::nullopt, std::nullopt,
+                             "[Settings]\r\nAutoLoad = 1\r\nUser=M\xFCller\r\nPrice= 5 \x80 \r\n"
+                             "Quoted=\"  spaced out  \"\r\n; keep this comment\r\n\r\n",
+                             ""}),
+    [](const testing::TestParamInfo<EditCase> &info) { return info.param.name; });
 
 TEST(IniFile, new_section_is_appended_at_the_end_even_without_a_final_line_end)
 {

@@ -11,6 +11,7 @@
 #include <mutex>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -136,9 +137,10 @@ bool ReplaceFile(const QString &target, const QByteArray &bytes, const struct st
     bool ok = true;
     if (old) {
         ok = ::fchmod(fd, old->st_mode & 07777) == 0;
-        // Only root may give a file away; for anyone else the file stays theirs.
-        if (ok && ::geteuid() == 0 && ::fchown(fd, old->st_uid, old->st_gid) != 0)
-            ok = false;
+        // Only root may give a file away; a file system without owners leaves it root's.
+        if (ok && ::geteuid() == 0) {
+            [[maybe_unused]] const int owned = ::fchown(fd, old->st_uid, old->st_gid);
+        }
     }
     ok = ok && WriteAll(fd, bytes);
     ok = (::close(fd) == 0) && ok;
@@ -147,6 +149,40 @@ bool ReplaceFile(const QString &target, const QByteArray &bytes, const struct st
         ::unlink(temp.constData());
     return ok;
 }
+
+// Writers in other processes take turns by a lock on the file itself. A rename gives the
+// path a new inode, so a writer that waited makes sure it locked the file the path names now.
+// A missing or unreadable file is written without a lock.
+class WriterLock
+{
+public:
+    explicit WriterLock(const QByteArray &native)
+    {
+        for (int attempt = 0; attempt < 100; ++attempt) {
+            m_fd = ::open(native.constData(), O_RDONLY | O_CLOEXEC);
+            if (m_fd < 0)
+                return;
+            struct stat locked{};
+            struct stat current{};
+            if (::flock(m_fd, LOCK_EX) == 0 && ::fstat(m_fd, &locked) == 0 &&
+                ::stat(native.constData(), &current) == 0 && locked.st_ino == current.st_ino &&
+                locked.st_dev == current.st_dev)
+                return;
+            ::close(m_fd);
+            m_fd = -1;
+        }
+    }
+    ~WriterLock()
+    {
+        if (m_fd >= 0)
+            ::close(m_fd);
+    }
+    WriterLock(const WriterLock &) = delete;
+    WriterLock &operator=(const WriterLock &) = delete;
+
+private:
+    int m_fd = -1;
+};
 
 bool IsReadOnlyMode(const struct stat &st)
 {
@@ -167,6 +203,7 @@ public:
     {
         std::lock_guard lock(m_mutex);
         const QByteArray native = QFile::encodeName(path);
+        const WriterLock writerLock(native);
         struct stat st{};
         const bool exists = ::stat(native.constData(), &st) == 0;
         if (exists && (!S_ISREG(st.st_mode) || IsReadOnlyMode(st) || ::access(native.constData(), W_OK) != 0))

@@ -10,6 +10,8 @@
 #include <thread>
 
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using fx::IniFile;
 
@@ -268,6 +270,29 @@ TEST(IniFile, writes_from_several_threads_are_all_kept)
         thread.join();
     for (int t = 0; t < 4; ++t)
         EXPECT_EQ(IniFile::KeyNames(path, QStringLiteral("T%1").arg(t)).size(), 25) << t;
+}
+
+TEST(IniFile, writes_from_several_processes_are_all_kept)
+{
+    fxtest::Sandbox box;
+    const QString path = box.WriteFile(QStringLiteral("a.ini"), "[Start]\n");
+    std::vector<pid_t> children;
+    for (int p = 0; p < 4; ++p) {
+        const pid_t pid = ::fork();
+        ASSERT_GE(pid, 0);
+        if (pid == 0) {
+            for (int i = 0; i < 25; ++i)
+                IniFile::Write(path, QStringLiteral("P%1").arg(p), QStringLiteral("k%1").arg(i), QString::number(i));
+            ::_exit(0);
+        }
+        children.push_back(pid);
+    }
+    for (const pid_t pid : children) {
+        int status = 0;
+        ::waitpid(pid, &status, 0);
+    }
+    for (int p = 0; p < 4; ++p)
+        EXPECT_EQ(IniFile::KeyNames(path, QStringLiteral("P%1").arg(p)).size(), 25) << p;
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 #include "frame/settings.h"
 #include "frame/translation.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -56,12 +55,3 @@ void BM_TranslateKnownText(benchmark::State &state)
 }
 BENCHMARK(BM_TranslateKnownText)->Unit(benchmark::kMicrosecond);
 } // namespace
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

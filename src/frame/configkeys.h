@@ -1,0 +1,58 @@
+#pragma once
+// The keys of Config.ini that the frame reads and writes, each declared once with its default,
+// and the typed accessors that every caller goes through.
+
+#include "frame/processstate.h"
+
+#include <QString>
+
+namespace fx {
+
+class CRecentItem;
+
+/// A key of a fixed section and its default.
+struct ConfigKey
+{
+    const char *section;
+    const char *key;
+    const char *defaultValue;
+};
+
+namespace configkey {
+inline constexpr ConfigKey Language{"Language", "Language", "English"};
+inline constexpr ConfigKey AutoLoad{"Settings", "AutoLoad", "0"};
+// The user config file last used, by execution mode: the section is the mode's name.
+inline constexpr ConfigKey ApproveUserConfigFile{"Approve", "UserConfigFile", ""};
+inline constexpr ConfigKey CheckUserConfigFile{"Check", "UserConfigFile", ""};
+/// In the section named after the application's title.
+inline constexpr char ControlFile[] = "ControlFile";
+/// In the section named after the control file's path.
+inline constexpr char Project[] = "Project";
+inline constexpr char RecentProjectsSection[] = "RecentProjects";
+inline constexpr qint16 RecentProjectsMax = 10;
+} // namespace configkey
+
+/// The chosen language ("English" until one is chosen).
+QString ConfigLanguage();
+void SetConfigLanguage(const QString &language);
+
+/// Whether the last project loads by itself at start; anything but "0" is on.
+bool ConfigAutoLoad();
+void SetConfigAutoLoad(bool on);
+
+/// The user config file last used in an execution mode (Approve, or Check for any other).
+QString ConfigUserConfigFile(ExecutionModeKind mode);
+void SetConfigUserConfigFile(ExecutionModeKind mode, const QString &path);
+
+/// The control file last loaded.
+QString ConfigControlFile();
+void SetConfigControlFile(const QString &path);
+
+/// The project last chosen from a control file.
+QString ConfigProject(const QString &controlFile);
+void SetConfigProject(const QString &controlFile, const QString &project);
+
+/// Sets up the recent-projects list of Config.ini.
+void InitializeRecentProjects(CRecentItem &list);
+
+} // namespace fx

@@ -101,7 +101,7 @@ void StoreArguments(const CommandLineArgs &args)
     ProcessState &process = Process();
     QString controlFile = args.controlFile;
     if (!args.project.isEmpty() && controlFile.isEmpty())
-        controlFile = ReadSetting(GetConfigFile(), setting::LastControlFile);
+        controlFile = ConfigControlFile();
     if (!args.configFile.isEmpty() && !QFileInfo::exists(args.configFile))
         Raise(msg::UserConfigNotExists, {args.configFile});
     if (!controlFile.isEmpty()) {
@@ -117,10 +117,7 @@ void StoreArguments(const CommandLineArgs &args)
         if (process.BatchMode)
             process.CmdConfigFile = args.configFile;
         else // stays the user's config file of this mode for later runs
-            WriteSetting(GetConfigFile(),
-                         process.ExecutionMode == ExecutionModeKind::Approve ? setting::UserConfigFileApprove
-                                                                             : setting::UserConfigFileCheck,
-                         args.configFile);
+            SetConfigUserConfigFile(process.ExecutionMode, args.configFile);
     }
     if (!args.listFile.isEmpty()) {
         LogMessage(msg::ListFileLogged, {args.listFile});

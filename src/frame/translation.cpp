@@ -5,7 +5,10 @@
 #include "frame/messages.h"
 #include "frame/paths.h"
 #include "frame/programinfo.h"
+#include "frame/configkeys.h"
+#include "frame/inifile.h"
 #include "frame/settings.h"
+#include "frame/windows1252.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -94,17 +97,15 @@ QString TranslateText(const QString &text, bool translate, bool stripAmpersands)
 
 QString DigestStrToHexStr(const QString &text)
 {
-    return QString::fromLatin1(QCryptographicHash::hash(text.toLatin1(), QCryptographicHash::Md5).toHex());
+    return QString::fromLatin1(QCryptographicHash::hash(ToWindows1252(text), QCryptographicHash::Md5).toHex());
 }
 
 QString EncodeLanguageValue(const QString &text)
 {
-    // A settings line holds neither a line break nor, in its single-byte form, a character
-    // beyond Latin-1: such texts are stored as the hexadecimal of their UTF-16 bytes.
-    bool plain = true;
-    for (QChar c : text)
-        if (c.unicode() > 0xFF || c == QLatin1Char('\r') || c == QLatin1Char('\n'))
-            plain = false;
+    // A settings line holds neither a line break nor a character beyond the single-byte code
+    // page: such texts are stored as the hexadecimal of their UTF-16 bytes.
+    const bool plain = !text.contains(QLatin1Char('\r')) && !text.contains(QLatin1Char('\n')) &&
+                       FromWindows1252(ToWindows1252(text)) == text;
     if (plain)
         return text;
     QByteArray bytes(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
@@ -136,11 +137,13 @@ QString GetTranslation(const QString &text)
     if (!HasLetter(text))
         return text;
     const QString key = DigestStrToHexStr(text);
+    // Both files are asked on every lookup, so an edit shows at once; the cache of IniFile
+    // makes that a file status and a hash lookup each.
     const QString mnemonic = MnemonicFile();
-    if (GetIniValue(mnemonic, kGeneral, key).isEmpty())
+    if (IniFile::Value(mnemonic, kGeneral, key).value_or(QString()).isEmpty())
         SetIniValue(mnemonic, kGeneral, key, EncodeLanguageValue(text));
     const QString languageFile = CurrentLanguageFile();
-    const QString stored = GetIniValue(languageFile, kGeneral, key);
+    const QString stored = IniFile::Value(languageFile, kGeneral, key).value_or(QString());
     if (stored.isEmpty()) {
         SetIniValue(languageFile, kGeneral, key, EncodeLanguageValue(text));
         return text;
@@ -179,8 +182,7 @@ void InitLanguage(const QString &name)
         LogMessage(QString::fromLatin1(msg::SettingLanguage));
         QString language = name.trimmed();
         if (language.isEmpty())
-            language = GetIniValue(GetConfigFile(), QStringLiteral("Language"), QStringLiteral("Language"),
-                                   QStringLiteral("English"));
+            language = ConfigLanguage();
         QDir().mkpath(LanguageDir());
         if (!QFileInfo::exists(LanguageFileOf(language)))
             language = QStringLiteral("English");
@@ -203,7 +205,7 @@ void InitLanguage(const QString &name)
 void SetLanguage(const QString &name)
 {
     Frame("SetLanguage", [&] {
-        SetIniValue(GetConfigFile(), QStringLiteral("Language"), QStringLiteral("Language"), name);
+        SetConfigLanguage(name);
         InitLanguage(name);
     });
 }

@@ -27,8 +27,9 @@ TEST_P(SlashCommandLine, parses_as_existing_scripts_expect)
     EXPECT_EQ(args.project, QString::fromUtf8(c.project));
     EXPECT_EQ(args.configFile, QString::fromUtf8(c.config));
     EXPECT_EQ(args.usageWanted, c.usage);
-    if (c.usage)
+    if (c.usage) {
         EXPECT_EQ(args.incorrect, c.incorrect);
+    }
     EXPECT_EQ(args.batch, c.batch);
 }
 

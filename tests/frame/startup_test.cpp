@@ -1,3 +1,4 @@
+#include "frame/configkeys.h"
 #include "frame/log.h"
 #include "frame/processstate.h"
 #include "frame/settings.h"
@@ -60,7 +61,7 @@ TEST_F(Startup, check_mode_in_batch_stores_its_arguments_without_touching_the_se
     EXPECT_EQ(Process().CmdProject, QStringLiteral("P1"));
     EXPECT_EQ(Process().CmdConfigFile, config);
     EXPECT_EQ(Process().CmdListFile, list);
-    EXPECT_EQ(GetIniValue(GetConfigFile(), QStringLiteral("UserConfigFile"), QStringLiteral("Check")), QString());
+    EXPECT_EQ(ConfigUserConfigFile(ExecutionModeKind::Check), QString());
     EXPECT_TRUE(LogText().contains(QStringLiteral("PDS-Project: 'P1'")));
 }
 
@@ -68,13 +69,13 @@ TEST_F(Startup, a_config_file_given_interactively_stays_the_modes_config_file)
 {
     const QString config = sandbox.WriteFile(QStringLiteral("mine.ini"), "");
     EXPECT_EQ(Main(ParseArguments({QStringLiteral("--config"), config})), StartOutcome::Proceed);
-    EXPECT_EQ(GetIniValue(GetConfigFile(), QStringLiteral("UserConfigFile"), QStringLiteral("Approve")), config);
+    EXPECT_EQ(ConfigUserConfigFile(ExecutionModeKind::Approve), config);
     EXPECT_TRUE(Process().CmdConfigFile.isEmpty());
 }
 
 TEST_F(Startup, a_project_without_control_file_takes_the_last_control_file)
 {
-    SetIniValue(GetConfigFile(), QStringLiteral("Fendrix"), QStringLiteral("ControlFile"), QStringLiteral("/srv/last.cmd"));
+    SetConfigControlFile(QStringLiteral("/srv/last.cmd"));
     EXPECT_EQ(Run(QStringLiteral("/Project P2")), StartOutcome::Proceed);
     EXPECT_EQ(Process().CmdControlFile, QStringLiteral("/srv/last.cmd"));
     EXPECT_TRUE(LogText().contains(QStringLiteral("Control file: '/srv/last.cmd'")));
@@ -85,7 +86,7 @@ TEST_F(Startup, a_missing_config_file_fails_before_any_setting_is_written)
     EXPECT_EQ(Main(ParseArguments({QStringLiteral("--config"), sandbox.Root() + QStringLiteral("none.ini")})), StartOutcome::Failed);
     EXPECT_EQ(BoxTexts(), (QStringList{QStringLiteral("User config file: '") + sandbox.Root() + QStringLiteral("none.ini' not exists"),
                                        QStringLiteral("Log-file location: '") + GetLogFile() + QStringLiteral("'")}));
-    EXPECT_EQ(GetIniValue(GetConfigFile(), QStringLiteral("UserConfigFile"), QStringLiteral("Approve")), QString());
+    EXPECT_EQ(ConfigUserConfigFile(ExecutionModeKind::Approve), QString());
 }
 
 TEST_F(Startup, batch_mode_needs_the_check_module)

@@ -13,6 +13,9 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
+#include <QMutex>
+#include <QSet>
 
 namespace fx {
 
@@ -23,6 +26,7 @@ constexpr auto kEncodedPrefix = "~~~";
 struct LanguageState
 {
     QString name;
+    QString file;
     QString fontName;
     bool active = false;
 };
@@ -59,6 +63,46 @@ QString MnemonicFile()
 }
 
 const QString kGeneral = QStringLiteral("General");
+
+// What a lookup may keep: a text's key never changes, and a key once found in or written to
+// Mnemonic.ini need not be looked for there again. The language file itself is asked every
+// time, so its edits show at once.
+struct LookupMemo
+{
+    QMutex mutex;
+    QHash<QString, QString> keys;
+    QSet<QString> inMnemonic;
+};
+
+LookupMemo &Memo()
+{
+    static LookupMemo memo;
+    return memo;
+}
+
+QString KeyOf(const QString &text)
+{
+    LookupMemo &memo = Memo();
+    QMutexLocker lock(&memo.mutex);
+    const auto found = memo.keys.constFind(text);
+    if (found != memo.keys.cend())
+        return *found;
+    if (memo.keys.size() > 100000)
+        memo.keys.clear();
+    return *memo.keys.insert(text, DigestStrToHexStr(text));
+}
+
+void EnsureInMnemonic(const QString &key, const QString &text)
+{
+    LookupMemo &memo = Memo();
+    QMutexLocker lock(&memo.mutex);
+    if (memo.inMnemonic.contains(key))
+        return;
+    const QString mnemonic = MnemonicFile();
+    if (IniFile::Value(mnemonic, kGeneral, key).value_or(QString()).isEmpty())
+        SetIniValue(mnemonic, kGeneral, key, EncodeLanguageValue(text));
+    memo.inMnemonic.insert(key);
+}
 } // namespace
 
 MessageArgs SplitMessageArgs(const QString &text)
@@ -136,12 +180,8 @@ QString GetTranslation(const QString &text)
 {
     if (!HasLetter(text))
         return text;
-    const QString key = DigestStrToHexStr(text);
-    // Both files are asked on every lookup, so an edit shows at once; the cache of IniFile
-    // makes that a file status and a hash lookup each.
-    const QString mnemonic = MnemonicFile();
-    if (IniFile::Value(mnemonic, kGeneral, key).value_or(QString()).isEmpty())
-        SetIniValue(mnemonic, kGeneral, key, EncodeLanguageValue(text));
+    const QString key = KeyOf(text);
+    EnsureInMnemonic(key, text);
     const QString languageFile = CurrentLanguageFile();
     const QString stored = IniFile::Value(languageFile, kGeneral, key).value_or(QString());
     if (stored.isEmpty()) {
@@ -163,7 +203,7 @@ QString CurrentLanguage()
 
 QString CurrentLanguageFile()
 {
-    return LanguageFileOf(State().name);
+    return State().file;
 }
 
 QString CurrentFontName()
@@ -195,6 +235,7 @@ void InitLanguage(const QString &name)
             Raise(msg::LanguageFileNotFound, {LanguageFileOf(language)});
         LanguageState &state = State();
         state.name = language;
+        state.file = LanguageFileOf(language);
         state.fontName = GetIniValue(LanguageFileOf(language), QStringLiteral("Language"), QStringLiteral("Font"),
                                      QStringLiteral("MS Sans Serif"));
         state.active = true;

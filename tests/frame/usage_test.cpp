@@ -5,13 +5,6 @@
 
 using namespace fx;
 
-TEST(Usage, renders_the_echo_script_as_a_console_shows_it)
-{
-    const QStringList shown = RenderEchoScript(
-        {QStringLiteral("@echo ON"), QStringLiteral("@echo  two blanks"), QStringLiteral("@echo."), QStringLiteral("@echo x"), QStringLiteral("@pause")});
-    EXPECT_EQ(shown, (QStringList{QStringLiteral(" two blanks"), QString(), QStringLiteral("x")}));
-}
-
 TEST(Usage, lists_every_option_aligned_with_its_continuation_lines)
 {
     const QStringList lines = RenderEchoScript(BuildUsageScript(QStringLiteral("Norvane Fendrix 1.0.0"), QStringLiteral("/?"), false, QStringLiteral("fendrix")));

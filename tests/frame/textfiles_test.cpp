@@ -6,104 +6,48 @@
 #include <QFile>
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
-using fxtest::FailureOf;
+using fxtest::FailureText;
 using fxtest::Sandbox;
 
-namespace {
-
-// CR LF lines, many holding the text to replace, with one occurrence laid across each 64 KiB
-// mark (at a different place each time) and a last line without an end.
-QByteArray LargeText()
+TEST(ReplaceInFile, replaces_in_place_over_several_blocks_without_splitting_lines_and_keeps_the_access)
 {
-    QByteArray text;
-    const QByteArray filler = QByteArray(40, 'x') + "OLDTEXT" + QByteArray(51, 'x') + "\r\n";
-    int shift = 1;
-    for (qsizetype mark = 64 * 1024; mark <= 4 * 64 * 1024; mark += 64 * 1024, shift += 2) {
-        while (text.size() + filler.size() < mark - shift - 50)
-            text += filler;
-        text += QByteArray(mark - shift - text.size(), 'y') + "OLDTEXT" + "\r\n";
-    }
-    return text + "last OLDTEXT";
-}
-
-} // namespace
-
-TEST(ReplaceInFile, replaces_in_a_file_of_several_blocks_without_splitting_lines)
-{
+    // CR LF lines of 100 bytes, all but the end the text to replace, so that a block of 64 KiB ends
+    // within one; and a last line without an end.
+    const QByteArray text = (QByteArray("OLDTEXT").repeated(14) + "\r\n").repeated(3000) + "last OLDTEXT";
     Sandbox sandbox;
-    const QByteArray text = LargeText();
-    const QString source = sandbox.WriteFile(QStringLiteral("in.txt"), text);
-    const QString target = sandbox.Root() + QStringLiteral("out/result.txt");
-    QDir().mkpath(sandbox.Root() + QStringLiteral("out"));
+    const QString file = sandbox.WriteFile(QStringLiteral("a.txt"), text);
+    const QFile::Permissions access = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
+    QFile::setPermissions(file, access); // neither the scratch file's nor a new file's
 
-    fx::ReplaceInFile(source, target, QStringLiteral("OLDTEXT"), QStringLiteral("new"));
+    fx::ReplaceInFile(file, file, QStringLiteral("OLDTEXT"), QStringLiteral("new"));
 
-    QByteArray expected = text;
-    expected.replace("OLDTEXT", "new");
-    const QByteArray result = Sandbox::ReadFile(target);
-    EXPECT_EQ(result.size(), expected.size());
+    const QByteArray result = Sandbox::ReadFile(file);
+    const QByteArray expected = QByteArray(text).replace("OLDTEXT", "new");
+    ASSERT_EQ(result.size(), expected.size());
     EXPECT_TRUE(result == expected);
-    EXPECT_EQ(Sandbox::ReadFile(source), text);
+    EXPECT_EQ(QFile::permissions(file) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser), access);
     EXPECT_TRUE(QDir(sandbox.Temp()).isEmpty()); // no scratch file left behind
+
+    const QString missing = sandbox.Root() + QStringLiteral("missing"), target = missing + QStringLiteral("/b.txt");
+    const QString a = QStringLiteral("a"), b = QStringLiteral("b");
+    EXPECT_EQ(FailureText([&] { fx::ReplaceInFile(missing, file, a, b); }),
+              QStringLiteral("ReplaceInFile: File '%0%' not exists|||") + missing);
+    EXPECT_EQ(FailureText([&] { fx::ReplaceInFile(file, target, a, b); }),
+              QStringLiteral("ReplaceInFile: Directory with destination file '%0%' not exists|||") + target);
 }
 
-TEST(ReplaceInFile, works_in_place_and_keeps_the_file_access)
+TEST(FindFile, looks_in_a_folder_before_its_sub_folders_and_goes_down_those_in_name_order)
 {
     Sandbox sandbox;
-    const QString file = sandbox.WriteFile(QStringLiteral("a.ini"), "[Settings]\r\nPath=c:\\old\\\r\nOther=old\r\n");
-    const QFile::Permissions access = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
-    QFile::setPermissions(file, access);
-
-    fx::ReplaceInFile(file, file, QStringLiteral("old"), QStringLiteral("new one"));
-
-    EXPECT_EQ(Sandbox::ReadFile(file), "[Settings]\r\nPath=c:\\new one\\\r\nOther=new one\r\n");
-    struct stat status;
-    ASSERT_EQ(::stat(QFile::encodeName(file).constData(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0644u); // not the scratch file's 0600
-}
-
-TEST(ReplaceInFile, fails_without_a_source_or_a_folder_for_the_target)
-{
-    Sandbox sandbox;
-    const QString missing = sandbox.Root() + QStringLiteral("missing.txt");
-    const auto noSource = FailureOf([&] { fx::ReplaceInFile(missing, missing, QStringLiteral("a"), QStringLiteral("b")); });
-    ASSERT_TRUE(noSource);
-    EXPECT_EQ(noSource->Source(), QStringLiteral("ReplaceInFile"));
-    EXPECT_EQ(noSource->Description(), QStringLiteral("File '%0%' not exists|||") + missing);
-
-    const QString source = sandbox.WriteFile(QStringLiteral("a.txt"), "a");
-    const QString target = sandbox.Root() + QStringLiteral("no-folder/b.txt");
-    const auto noFolder = FailureOf([&] { fx::ReplaceInFile(source, target, QStringLiteral("a"), QStringLiteral("b")); });
-    ASSERT_TRUE(noFolder);
-    EXPECT_EQ(noFolder->Description(), QStringLiteral("Directory with destination file '%0%' not exists|||") + target);
-}
-
-TEST(FindFile, looks_in_the_folder_before_its_sub_folders)
-{
-    Sandbox sandbox;
-    sandbox.WriteFile(QStringLiteral("tree/a/target.txt"), "");
-    const QString top = sandbox.WriteFile(QStringLiteral("tree/TARGET.TXT"), "");
-    EXPECT_EQ(fx::FindFile(sandbox.Root() + QStringLiteral("tree"), QStringLiteral("target.txt")), top);
-}
-
-TEST(FindFile, goes_down_the_first_sub_folder_in_name_order_before_the_next)
-{
-    Sandbox sandbox;
-    QDir().mkpath(sandbox.Root() + QStringLiteral("tree/a/target.txt")); // a folder is no hit
+    const QString tree = sandbox.Root() + QStringLiteral("tree/");
+    QDir().mkpath(tree + QStringLiteral("a/target.txt")); // a folder is no hit
     const QString deep = sandbox.WriteFile(QStringLiteral("tree/a/deep/er/Target.Txt"), "");
     sandbox.WriteFile(QStringLiteral("tree/b/target.txt"), "");
-    EXPECT_EQ(fx::FindFile(sandbox.Root() + QStringLiteral("tree/"), QStringLiteral("target.txt")), deep);
-    EXPECT_EQ(fx::FindFile(sandbox.Root() + QStringLiteral("tree"), QStringLiteral("other.txt")), QString());
-}
-
-TEST(FindFile, fails_on_a_missing_start_folder)
-{
-    Sandbox sandbox;
-    const QString missing = sandbox.Root() + QStringLiteral("missing");
-    const auto failure = FailureOf([&] { fx::FindFile(missing, QStringLiteral("a.txt")); });
-    ASSERT_TRUE(failure);
-    EXPECT_EQ(failure->Source(), QStringLiteral("FindFile"));
-    EXPECT_EQ(failure->Description(), QStringLiteral("Start path '%0%' not exists|||") + missing);
+    EXPECT_EQ(fx::FindFile(tree, QStringLiteral("target.txt")), deep);
+    EXPECT_EQ(fx::FindFile(tree, QStringLiteral("other.txt")), QString());
+    const QString top = sandbox.WriteFile(QStringLiteral("tree/TARGET.TXT"), "");
+    EXPECT_EQ(fx::FindFile(tree, QStringLiteral("target.txt")), top);
+    EXPECT_EQ(FailureText([&] { fx::FindFile(tree + QStringLiteral("c"), top); }),
+              QStringLiteral("FindFile: Start path '%0%' not exists|||") + tree + QStringLiteral("c"));
 }

@@ -1,22 +1,20 @@
 #pragma once
-// Catching the program's failure in a test, to look at its number, source and description.
+// Catching the program's failure in a test.
 
 #include "frame/failure.h"
 
-#include <optional>
-
 namespace fxtest {
 
-/// The failure that `body` raised, or nothing if it returned.
+/// "source: description" of the failure that `body` raised; "" if it returned.
 template <typename Body>
-std::optional<fx::Failure> FailureOf(Body &&body)
+QString FailureText(Body &&body)
 {
     try {
         body();
     } catch (const fx::Failure &failure) {
-        return failure;
+        return failure.Source() + QStringLiteral(": ") + failure.Description();
     }
-    return std::nullopt;
+    return QString();
 }
 
 } // namespace fxtest

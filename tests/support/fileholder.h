@@ -4,28 +4,28 @@
 #include <QProcess>
 #include <QString>
 
+#include <gtest/gtest.h>
+
 namespace fxtest {
 
-/// Starts a shell that opens `path` (for appending, or only for reading) and sleeps holding it;
-/// returns once the file is open. The process is killed when the holder goes.
+/// A shell that opens `path` (for appending, or only for reading) and sleeps holding it until
+/// released or gone; the test fails if it could not. Release waits, so the file is free after.
 class FileHolder
 {
 public:
-    enum class Mode { Write, Read };
-
-    FileHolder(const QString &path, Mode mode);
-    FileHolder(const FileHolder &) = delete;
-    FileHolder &operator=(const FileHolder &) = delete;
-    ~FileHolder();
-
-    /// True once the shell reported the file open.
-    bool IsHolding() const { return m_holding; }
-    /// Ends the process and waits for it, so the file is free afterwards.
-    void Release();
+    FileHolder(const QString &path, bool write)
+    {
+        const QLatin1String open(write ? "exec 3>>\"$1\"" : "exec 3<\"$1\"");
+        m_shell.start(QStringLiteral("/bin/sh"),
+                      {QStringLiteral("-c"), open + QLatin1String(" && echo ready && exec sleep 120"), QStringLiteral("sh"), path});
+        if (!m_shell.waitForReadyRead(30000) || !m_shell.readAll().startsWith("ready")) // a guard only: it answers at once
+            ADD_FAILURE() << "no other process holds " << path.toStdString();
+    }
+    ~FileHolder() { Release(); }
+    void Release() { m_shell.kill(); m_shell.waitForFinished(30000); }
 
 private:
-    QProcess m_process;
-    bool m_holding = false;
+    QProcess m_shell;
 };
 
 } // namespace fxtest

@@ -1,7 +1,7 @@
 #include "frame/configkeys.h"
-#include "frame/failure.h"
 #include "frame/recentitem.h"
 #include "frame/settings.h"
+#include "support/failures.h"
 #include "support/sandbox.h"
 
 #include <QFile>
@@ -11,121 +11,72 @@
 #include <sys/stat.h>
 
 using namespace fx;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-class RecentItem : public testing::Test
+QStringList Split(const char *items)
 {
-protected:
-    void SetUp() override { InitializeRecentProjects(list); }
+    return QString::fromUtf8(items).split(u'|', Qt::SkipEmptyParts);
+}
 
-    void PushAll(std::initializer_list<const char *> items)
-    {
-        for (const char *item : items)
-            list.PushRecentItem(QString::fromUtf8(item));
+TEST(RecentItem, steps_give_the_list_newest_first_stored_as_item_keys_without_gaps)
+{
+    fxtest::Sandbox box;
+    const char *cases[][2] = { // steps: an item is pushed, "-item" removed; the list after them
+        {"one|two|  two  |three", "three|two|one"},
+        {"a|b|c|d|b|b|a", "a|b|d|c"},
+        {"1|2|3|4|5|6|7|8|9|10|11", "11|10|9|8|7|6|5|4|3|2"},
+        {"1|2|3|4|5|6|7|8|9|10|1", "1|10|9|8|7|6|5|4|3|2"},
+        {"c|b|a|-b|-not listed", "a|c"},
+        {"only|-only", ""},
+    };
+    int row = 0;
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c[0]);
+        const QString section = u"R%1"_s.arg(row++);
+        CRecentItem list;
+        list.Initialize(GetConfigFile(), section, 10, false);
+        for (const QString &step : Split(c[0]))
+            step.startsWith(u'-') ? list.RemoveRecentItem(step.mid(1)) : list.PushRecentItem(step);
+        const QStringList expected = Split(c[1]);
+        EXPECT_EQ(list.GetRecentItems(), expected);
+        EXPECT_EQ(list.GetItemCount(), expected.size());
+        EXPECT_EQ(GetIniValue(GetConfigFile(), section, u"item%1"_s.arg(expected.size())), QString()); // no key left behind
     }
+}
 
-    QStringList Names(std::initializer_list<const char *> items)
-    {
-        QStringList names;
-        for (const char *item : items)
-            names.append(QString::fromUtf8(item));
-        return names;
-    }
-
+TEST(RecentItem, list_ends_at_the_first_gap_and_skips_missing_files_when_checking)
+{
     fxtest::Sandbox box;
     CRecentItem list;
-};
-
-TEST_F(RecentItem, pushed_items_come_newest_first_and_trimmed)
-{
-    EXPECT_TRUE(list.GetRecentItems().isEmpty());
-    PushAll({"one", "  two  ", "three"});
-    EXPECT_EQ(list.GetRecentItems(), Names({"three", "two", "one"}));
-    EXPECT_EQ(list.GetItemCount(), 3);
-    EXPECT_EQ(GetIniValue(GetConfigFile(), QStringLiteral("RecentProjects"), QStringLiteral("item2")), QStringLiteral("one"));
-}
-
-TEST_F(RecentItem, pushing_a_listed_item_moves_it_to_the_top_without_changing_the_count)
-{
-    PushAll({"a", "b", "c", "d"});
-    list.PushRecentItem(QStringLiteral("b"));
-    EXPECT_EQ(list.GetRecentItems(), Names({"b", "d", "c", "a"}));
-    list.PushRecentItem(QStringLiteral("b"));
-    EXPECT_EQ(list.GetRecentItems(), Names({"b", "d", "c", "a"}));
-    list.PushRecentItem(QStringLiteral("a"));
-    EXPECT_EQ(list.GetRecentItems(), Names({"a", "b", "d", "c"}));
-}
-
-TEST_F(RecentItem, eleventh_item_pushes_the_oldest_out)
-{
-    PushAll({"i1", "i2", "i3", "i4", "i5", "i6", "i7", "i8", "i9", "i10"});
-    ASSERT_EQ(list.GetItemCount(), 10);
-    list.PushRecentItem(QStringLiteral("i11"));
-    EXPECT_EQ(list.GetRecentItems(), Names({"i11", "i10", "i9", "i8", "i7", "i6", "i5", "i4", "i3", "i2"}));
-    QStringList names, values;
-    GetIniSection2Array(GetConfigFile(), QStringLiteral("RecentProjects"), names, values, true);
-    EXPECT_EQ(names.size(), 10);
-}
-
-TEST_F(RecentItem, removing_closes_the_gap_and_drops_the_last_key)
-{
-    PushAll({"c", "b", "a"});
-    list.RemoveRecentItem(QStringLiteral("b"));
-    EXPECT_EQ(list.GetRecentItems(), Names({"a", "c"}));
-    QStringList names, values;
-    GetIniSection2Array(GetConfigFile(), QStringLiteral("RecentProjects"), names, values);
-    EXPECT_EQ(names, Names({"item0", "item1"}));
-    list.RemoveRecentItem(QStringLiteral("not listed"));
-    EXPECT_EQ(list.GetItemCount(), 2);
-}
-
-TEST_F(RecentItem, removing_the_only_item_leaves_an_empty_section_and_an_empty_list)
-{
-    list.PushRecentItem(QStringLiteral("only"));
-    list.RemoveRecentItem(QStringLiteral("only"));
-    EXPECT_TRUE(list.GetRecentItems().isEmpty());
-    EXPECT_EQ(list.GetItemCount(), 0);
-    EXPECT_FALSE(list.IsItemExisting(QStringLiteral("only")));
-    EXPECT_EQ(fxtest::Sandbox::ReadFile(GetConfigFile()), QByteArray("[RecentProjects]\n"));
-}
-
-TEST_F(RecentItem, list_ends_at_the_first_gap)
-{
-    box.WriteFile(QStringLiteral("r.ini"), "[R]\nitem0=a\nitem1=b\nitem3=d\n");
-    list.Initialize(box.Root() + QStringLiteral("r.ini"), QStringLiteral("R"), 10, false);
-    EXPECT_EQ(list.GetRecentItems(), Names({"a", "b"}));
-    EXPECT_EQ(list.GetItemCount(), 2);
-    EXPECT_FALSE(list.IsItemExisting(QStringLiteral("d")));
-}
-
-TEST_F(RecentItem, with_check_on_a_missing_file_is_skipped_but_the_list_goes_on)
-{
-    const QString there = box.WriteFile(QStringLiteral("there.txt"), "x");
-    const QString gone = box.Root() + QStringLiteral("gone.txt");
-    list.Initialize(box.Root() + QStringLiteral("r.ini"), QStringLiteral("R"), 5, true);
+    list.Initialize(box.WriteFile(u"r.ini"_s, "[R]\nitem0=a\nitem1=b\nitem3=d\n"), u"R"_s, 10, false);
+    EXPECT_EQ(list.GetRecentItems(), Split("a|b"));
+    EXPECT_FALSE(list.IsItemExisting(u"d"_s));
+    const QString there = box.WriteFile(u"there.txt"_s, "x");
+    list.Initialize(box.Root() + u"f.ini"_s, u"R"_s, 5, true);
     list.PushRecentItem(there);
-    list.PushRecentItem(gone);
+    list.PushRecentItem(box.Root() + u"gone.txt"_s);
     EXPECT_EQ(list.GetRecentItems(), QStringList{there});
     EXPECT_EQ(list.GetItemCount(), 2);
 }
 
-TEST_F(RecentItem, read_only_settings_file_refuses_changes_with_the_path_in_the_text)
+TEST(RecentItem, projects_list_refuses_changes_to_a_read_only_config_file_naming_the_file)
 {
-    list.PushRecentItem(QStringLiteral("kept"));
+    fxtest::Sandbox box;
+    CRecentItem list;
+    InitializeRecentProjects(list);
+    list.PushRecentItem(u"kept"_s);
     const QString file = GetConfigFile();
+    EXPECT_EQ(GetIniValue(file, u"RecentProjects"_s, u"item0"_s), u"kept"_s);
     ASSERT_EQ(::chmod(QFile::encodeName(file).constData(), 0444), 0);
     for (const bool push : {true, false}) {
-        try {
-            push ? list.PushRecentItem(QStringLiteral("new")) : list.RemoveRecentItem(QStringLiteral("kept"));
-            ADD_FAILURE() << "no failure";
-        } catch (const Failure &failure) {
-            EXPECT_EQ(failure.Description(), QStringLiteral("File '") + file + QStringLiteral("': write permission denied"));
-            EXPECT_EQ(failure.Source(), push ? QStringLiteral("CRecentItem::PushRecentItem")
-                                             : QStringLiteral("CRecentItem::RemoveRecentItem"));
-        }
+        const auto failure = fxtest::FailureOf([&] { push ? list.PushRecentItem(u"new"_s) : list.RemoveRecentItem(u"kept"_s); });
+        ASSERT_TRUE(failure);
+        EXPECT_EQ(failure->Description(), u"File '"_s + file + u"': write permission denied"_s);
+        EXPECT_EQ(failure->Source(), push ? u"CRecentItem::PushRecentItem"_s : u"CRecentItem::RemoveRecentItem"_s);
     }
-    EXPECT_EQ(list.GetRecentItems(), QStringList{QStringLiteral("kept")});
+    EXPECT_EQ(list.GetRecentItems(), QStringList{u"kept"_s});
 }
 
 } // namespace

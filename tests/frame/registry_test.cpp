@@ -7,165 +7,96 @@
 #include <gtest/gtest.h>
 
 using namespace fx;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString kPds = QStringLiteral("SOFTWARE\\Intergraph\\PDS");
+const QString kPds = u"SOFTWARE\\Intergraph\\PDS"_s;
+constexpr RegRoot kLM = RegRoot::LocalMachine;
 
-const QByteArray kMachine = "[SOFTWARE\\Intergraph\\PDS]\n"
-                            "ControlFile=d:\\pds\\pds.cmd\n"
-                            "Count=dword:0000002a\n"
-                            "Blob=hex:00,ff,1A\n"
-                            "Lines=multi_sz:Path=D:\\PDS|Type=0\n"
-                            "@=default text\n"
-                            "BadNumber=dword:xyz\n"
-                            "BadBytes=hex:0g\n"
-                            "[SOFTWARE\\Intergraph\\RIS\\05.04\\Bin]\n"
-                            "[software\\intergraph\\ris\\06.00]\n"
-                            "[SOFTWARE\\Other]\n"
-                            "[\\\\srv\\SOFTWARE\\Remote]\n"
-                            "Where=there\n";
-
-void ExpectFailure(const std::function<void()> &call, const char *source, const QString &description)
+// A value as "type:data", or the failure as "source: description".
+QString Read(RegRoot root, const QString &key, const QString &name, const QString &computer = QString())
 {
     try {
-        call();
-        ADD_FAILURE() << "no failure";
+        const RegValue value = RegGetValue(root, key, name, computer);
+        switch (value.type) {
+        case RegValue::Type::DWord: return u"dword:"_s + QString::number(value.number);
+        case RegValue::Type::Binary: return u"hex:"_s + QString::fromLatin1(value.bytes.toHex());
+        case RegValue::Type::MultiString: return u"multi_sz:"_s + value.lines.join(u'|');
+        case RegValue::Type::String: break;
+        }
+        return u"sz:"_s + value.text;
     } catch (const Failure &failure) {
-        EXPECT_EQ(failure.Number(), 1);
-        EXPECT_EQ(failure.Source(), QString::fromUtf8(source));
-        EXPECT_EQ(failure.Description(), description);
+        return failure.Source() + u": "_s + failure.Description();
     }
 }
 
 class Registry : public testing::Test
 {
 protected:
-    void SetUp() override { box.WriteFile(QStringLiteral("program/Registry.ini"), kMachine); }
+    void SetUp() override
+    {
+        box.WriteFile(u"program/Registry.ini"_s, "[SOFTWARE\\Intergraph\\PDS]\nControlFile=d:\\pds\\pds.cmd\n"
+                                                 "Count=dword:0000002a\nBlob=hex:00,ff,1A\nLines=multi_sz:Path=D:\\PDS|Type=0\n"
+                                                 "@=default text\nBadNumber=dword:xyz\nBadBytes=hex:0g\n"
+                                                 "[SOFTWARE\\Intergraph\\RIS\\05.04\\Bin]\n[software\\intergraph\\ris\\06.00]\n"
+                                                 "[SOFTWARE\\Other]\n[\\\\srv\\SOFTWARE\\Remote]\nWhere=there\n");
+    }
     fxtest::Sandbox box;
 };
 
-TEST_F(Registry, values_of_every_type_are_read)
+TEST_F(Registry, values_read_as_their_type_and_failures_name_root_key_and_value)
 {
-    const RegValue text = RegGetValue(RegRoot::LocalMachine, kPds, QStringLiteral("controlfile"));
-    EXPECT_EQ(text.type, RegValue::Type::String);
-    EXPECT_EQ(text.text, QStringLiteral("d:\\pds\\pds.cmd"));
-    const RegValue number = RegGetValue(RegRoot::LocalMachine, QStringLiteral("software\\intergraph\\pds"), QStringLiteral("Count"));
-    EXPECT_EQ(number.type, RegValue::Type::DWord);
-    EXPECT_EQ(number.number, 42u);
-    const RegValue bytes = RegGetValue(RegRoot::LocalMachine, kPds, QStringLiteral("Blob"));
-    EXPECT_EQ(bytes.type, RegValue::Type::Binary);
-    EXPECT_EQ(bytes.bytes, QByteArray("\x00\xff\x1a", 3));
-    const RegValue lines = RegGetValue(RegRoot::LocalMachine, kPds, QStringLiteral("Lines"));
-    EXPECT_EQ(lines.type, RegValue::Type::MultiString);
-    EXPECT_EQ(lines.lines, QStringList({QStringLiteral("Path=D:\\PDS"), QStringLiteral("Type=0")}));
-    EXPECT_EQ(RegGetValue(RegRoot::LocalMachine, kPds, QString()).text, QStringLiteral("default text"));
+    const QString lm = u"HKEY_LOCAL_MACHINE"_s;
+    const QString cases[][4] = { // key, value, computer, what is read
+        {kPds, u"controlfile"_s, {}, u"sz:d:\\pds\\pds.cmd"_s},
+        {u"software\\intergraph\\pds"_s, u"Count"_s, {}, u"dword:42"_s},
+        {kPds, u"Blob"_s, {}, u"hex:00ff1a"_s},
+        {kPds, u"Lines"_s, {}, u"multi_sz:Path=D:\\PDS|Type=0"_s},
+        {kPds, {}, {}, u"sz:default text"_s},
+        {u"SOFTWARE\\Remote"_s, u"Where"_s, u"\\\\srv"_s, u"sz:there"_s},
+        {u"SOFTWARE\\Missing"_s, u"x"_s, {}, u"RegGetValue: "_s + ArgForm(msg::RegistryCannotOpenKey, {lm, u"SOFTWARE\\Missing"_s})},
+        {kPds, u"Absent"_s, {}, u"RegGetValue: "_s + ArgForm(msg::RegistryCannotQueryType, {lm, kPds, u"Absent"_s})},
+        {kPds, u"BadNumber"_s, {}, u"RegGetValue: "_s + ArgForm(msg::RegistryCannotQueryValue, {lm, kPds, u"BadNumber"_s})},
+        {kPds, u"BadBytes"_s, {}, u"RegGetValue: "_s + ArgForm(msg::RegistryCannotQueryValue, {lm, kPds, u"BadBytes"_s})},
+        {kPds, u"x"_s, u"\\\\nowhere"_s, u"RegGetValue: "_s + ArgForm(msg::RegistryCannotOpenComputer, {u"nowhere"_s})},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(Read(kLM, c[0], c[1], c[2]), c[3]) << qPrintable(c[0] + u'/' + c[1]);
 }
 
-TEST_F(Registry, failures_name_root_key_and_value)
+TEST_F(Registry, keys_exist_by_their_own_section_or_one_below_and_list_the_next_step_below)
 {
-    const QString root = QStringLiteral("HKEY_LOCAL_MACHINE");
-    ExpectFailure([] { RegGetValue(RegRoot::LocalMachine, QStringLiteral("SOFTWARE\\Missing"), QStringLiteral("x")); },
-                  "RegGetValue", ArgForm(msg::RegistryCannotOpenKey, {root, QStringLiteral("SOFTWARE\\Missing")}));
-    ExpectFailure([] { RegGetValue(RegRoot::LocalMachine, kPds, QStringLiteral("Absent")); }, "RegGetValue",
-                  ArgForm(msg::RegistryCannotQueryType, {root, kPds, QStringLiteral("Absent")}));
-    ExpectFailure([] { RegGetValue(RegRoot::LocalMachine, kPds, QStringLiteral("BadNumber")); }, "RegGetValue",
-                  ArgForm(msg::RegistryCannotQueryValue, {root, kPds, QStringLiteral("BadNumber")}));
-    ExpectFailure([] { RegGetValue(RegRoot::LocalMachine, kPds, QStringLiteral("BadBytes")); }, "RegGetValue",
-                  ArgForm(msg::RegistryCannotQueryValue, {root, kPds, QStringLiteral("BadBytes")}));
-    ExpectFailure([] { RegGetValues(RegRoot::CurrentUser, kPds); }, "RegGetValues",
-                  ArgForm(msg::RegistryCannotOpenKey, {QStringLiteral("HKEY_CURRENT_USER"), kPds}));
-    ExpectFailure([] { RegKeyExists(RegRoot::LocalMachine, kPds, QStringLiteral("\\\\nowhere")); }, "RegKeyExists",
-                  ArgForm(msg::RegistryCannotOpenComputer, {QStringLiteral("nowhere")}));
+    EXPECT_TRUE(RegKeyExists(kLM, u"SOFTWARE\\INTERGRAPH"_s));
+    EXPECT_TRUE(RegKeyExists(kLM, u"Software\\Intergraph\\RIS\\05.04\\"_s));
+    EXPECT_FALSE(RegKeyExists(kLM, u"SOFTWARE\\Intergraph\\RI"_s));
+    EXPECT_FALSE(RegKeyExists(kLM, u"SOFTWARE\\Remote"_s));
+    EXPECT_TRUE(RegKeyExists(kLM, u"SOFTWARE\\Remote"_s, u"SRV"_s));
+    EXPECT_FALSE(RegKeyExists(kLM, kPds, u"\\\\srv"_s));
+    EXPECT_EQ(RegGetSubKeys(kLM, u"software\\intergraph"_s), QStringList({u"PDS"_s, u"RIS"_s}));
+    EXPECT_EQ(RegGetSubKeys(kLM, u"software\\intergraph\\ris"_s), QStringList({u"05.04"_s, u"06.00"_s}));
+    EXPECT_EQ(RegGetSubKeys(kLM, QString()), QStringList{u"SOFTWARE"_s});
+    EXPECT_EQ(RegGetSubKeys(kLM, QString(), u"srv"_s), QStringList{u"SOFTWARE"_s});
+    EXPECT_EQ(RegGetValues(kLM, kPds).join(u','), u"ControlFile,Count,Blob,Lines,,BadNumber,BadBytes"_s);
 }
 
-TEST_F(Registry, key_exists_by_its_own_section_or_one_below_it)
-{
-    EXPECT_TRUE(RegKeyExists(RegRoot::LocalMachine, QStringLiteral("SOFTWARE\\INTERGRAPH")));
-    EXPECT_TRUE(RegKeyExists(RegRoot::LocalMachine, QStringLiteral("Software\\Intergraph\\RIS\\05.04")));
-    EXPECT_TRUE(RegKeyExists(RegRoot::LocalMachine, QStringLiteral("SOFTWARE\\Other\\")));
-    EXPECT_FALSE(RegKeyExists(RegRoot::LocalMachine, QStringLiteral("SOFTWARE\\Intergraph\\RI")));
-    EXPECT_FALSE(RegKeyExists(RegRoot::LocalMachine, QStringLiteral("SOFTWARE\\Remote")));
-    EXPECT_FALSE(RegKeyExists(RegRoot::CurrentUser, kPds));
-}
-
-TEST_F(Registry, sub_keys_are_the_next_step_below_including_implied_keys)
-{
-    EXPECT_EQ(RegGetSubKeys(RegRoot::LocalMachine, QStringLiteral("SOFTWARE\\Intergraph")),
-              QStringList({QStringLiteral("PDS"), QStringLiteral("RIS")}));
-    EXPECT_EQ(RegGetSubKeys(RegRoot::LocalMachine, QStringLiteral("software\\intergraph\\ris")),
-              QStringList({QStringLiteral("05.04"), QStringLiteral("06.00")}));
-    EXPECT_EQ(RegGetSubKeys(RegRoot::LocalMachine, QString()), QStringList{QStringLiteral("SOFTWARE")});
-    EXPECT_TRUE(RegGetSubKeys(RegRoot::LocalMachine, QStringLiteral("SOFTWARE\\Other")).isEmpty());
-    EXPECT_EQ(RegGetValues(RegRoot::LocalMachine, kPds).size(), 7);
-    EXPECT_TRUE(RegGetValues(RegRoot::LocalMachine, QStringLiteral("SOFTWARE\\Intergraph")).isEmpty());
-}
-
-TEST_F(Registry, remote_computer_is_the_sections_under_its_name)
-{
-    EXPECT_TRUE(RegKeyExists(RegRoot::LocalMachine, QStringLiteral("SOFTWARE\\Remote"), QStringLiteral("SRV")));
-    EXPECT_FALSE(RegKeyExists(RegRoot::LocalMachine, kPds, QStringLiteral("\\\\srv")));
-    EXPECT_EQ(RegGetValue(RegRoot::LocalMachine, QStringLiteral("SOFTWARE\\Remote"), QStringLiteral("Where"),
-                          QStringLiteral("\\\\srv"))
-                  .text,
-              QStringLiteral("there"));
-    EXPECT_EQ(RegGetSubKeys(RegRoot::LocalMachine, QString(), QStringLiteral("srv")), QStringList{QStringLiteral("SOFTWARE")});
-}
-
-struct StoredCase
-{
-    const char *name;
-    const char *given;
-    RegValue::Type type;
-    const char *text;
-    quint32 number;
-};
-
-void PrintTo(const StoredCase &c, std::ostream *os)
-{
-    *os << c.name;
-}
-
-class RegSetValueStores : public testing::TestWithParam<StoredCase>
-{
-};
-
-TEST_P(RegSetValueStores, numbers_as_dword_and_everything_else_as_trimmed_text)
+TEST(RegistryUserKeys, are_made_once_in_the_config_folder_and_store_numbers_as_dword_and_the_rest_as_trimmed_text)
 {
     fxtest::Sandbox box;
-    const StoredCase &c = GetParam();
-    RegSetValue(RegRoot::CurrentUser, QStringLiteral("Software\\Norvane\\Fendrix"), QStringLiteral("v"),
-                QString::fromUtf8(c.given));
-    const RegValue value = RegGetValue(RegRoot::CurrentUser, QStringLiteral("SOFTWARE\\norvane\\fendrix"), QStringLiteral("V"));
-    EXPECT_EQ(value.type, c.type);
-    if (c.type == RegValue::Type::DWord)
-        EXPECT_EQ(value.number, c.number);
-    else
-        EXPECT_EQ(value.text, QString::fromUtf8(c.text));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Values, RegSetValueStores,
-    testing::Values(StoredCase{"integer", "42", RegValue::Type::DWord, "", 42},
-                    StoredCase{"padded_integer", " 7 ", RegValue::Type::DWord, "", 7},
-                    StoredCase{"one_dot_is_a_number_rounded_half_to_even", "2.5", RegValue::Type::DWord, "", 2},
-                    StoredCase{"negative_number_as_its_32_bits", "-1", RegValue::Type::DWord, "", 0xFFFFFFFFu},
-                    StoredCase{"dotted_version_stays_text", "7.0.5", RegValue::Type::String, "7.0.5", 0},
-                    StoredCase{"too_big_for_32_bits_stays_text", "4294967296", RegValue::Type::String, "4294967296", 0},
-                    StoredCase{"text_is_trimmed", "  some text  ", RegValue::Type::String, "some text", 0},
-                    StoredCase{"text_like_a_type_marker_stays_text", "dword:00000001", RegValue::Type::String, "dword:00000001", 0},
-                    StoredCase{"quoted_text_keeps_its_quotes", "\"q\"", RegValue::Type::String, "\"q\"", 0},
-                    StoredCase{"empty_text", "", RegValue::Type::String, "", 0}),
-    [](const testing::TestParamInfo<StoredCase> &info) { return info.param.name; });
-
-TEST(RegistryFiles, user_keys_live_in_the_config_folder_and_created_keys_exist_empty)
-{
-    fxtest::Sandbox box;
-    RegCreateKey(RegRoot::CurrentUser, QStringLiteral("Software\\Empty"));
-    RegCreateKey(RegRoot::CurrentUser, QStringLiteral("software\\empty"));
-    EXPECT_TRUE(RegKeyExists(RegRoot::CurrentUser, QStringLiteral("SOFTWARE\\EMPTY")));
-    EXPECT_TRUE(RegGetValues(RegRoot::CurrentUser, QStringLiteral("Software\\Empty")).isEmpty());
-    EXPECT_EQ(fxtest::Sandbox::ReadFile(GetConfigDir() + QStringLiteral("Registry.ini")), QByteArray("[Software\\Empty]\n"));
+    RegCreateKey(RegRoot::CurrentUser, u"Software\\Empty"_s);
+    RegCreateKey(RegRoot::CurrentUser, u"software\\empty"_s);
+    EXPECT_EQ(fxtest::Sandbox::ReadFile(GetConfigDir() + u"Registry.ini"_s), QByteArray("[Software\\Empty]\n"));
+    EXPECT_EQ(Read(RegRoot::CurrentUser, u"Software\\Fendrix"_s, u"v"_s),
+              u"RegGetValue: "_s + ArgForm(msg::RegistryCannotOpenKey, {u"HKEY_CURRENT_USER"_s, u"Software\\Fendrix"_s}));
+    const char *cases[][2] = { // stored, read back
+        {" 42 ", "dword:42"}, {"2.5", "dword:2"}, {"-1", "dword:4294967295"}, {"7.0.5", "sz:7.0.5"},
+        {"4294967296", "sz:4294967296"}, {"  some text  ", "sz:some text"}, {"dword:00000001", "sz:dword:00000001"},
+        {"\"q\"", "sz:\"q\""}, {"", "sz:"},
+    };
+    for (const auto &c : cases) {
+        RegSetValue(RegRoot::CurrentUser, u"Software\\Fendrix"_s, u"v"_s, QString::fromUtf8(c[0]));
+        EXPECT_EQ(Read(RegRoot::CurrentUser, u"SOFTWARE\\fendrix"_s, u"V"_s), QString::fromUtf8(c[1])) << c[0];
+    }
 }
 
 } // namespace

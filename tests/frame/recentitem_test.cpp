@@ -71,10 +71,9 @@ TEST(RecentItem, projects_list_refuses_changes_to_a_read_only_config_file_naming
     EXPECT_EQ(GetIniValue(file, u"RecentProjects"_s, u"item0"_s), u"kept"_s);
     ASSERT_EQ(::chmod(QFile::encodeName(file).constData(), 0444), 0);
     for (const bool push : {true, false}) {
-        const auto failure = fxtest::FailureOf([&] { push ? list.PushRecentItem(u"new"_s) : list.RemoveRecentItem(u"kept"_s); });
-        ASSERT_TRUE(failure);
-        EXPECT_EQ(failure->Description(), u"File '"_s + file + u"': write permission denied"_s);
-        EXPECT_EQ(failure->Source(), push ? u"CRecentItem::PushRecentItem"_s : u"CRecentItem::RemoveRecentItem"_s);
+        EXPECT_EQ(fxtest::FailureText([&] { push ? list.PushRecentItem(u"new"_s) : list.RemoveRecentItem(u"kept"_s); }),
+                  (push ? u"CRecentItem::PushRecentItem: "_s : u"CRecentItem::RemoveRecentItem: "_s) + u"File '"_s + file +
+                      u"': write permission denied"_s);
     }
     EXPECT_EQ(list.GetRecentItems(), QStringList{u"kept"_s});
 }

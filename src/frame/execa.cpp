@@ -1,5 +1,6 @@
 #include "frame/execa.h"
 
+#include "frame/events.h"
 #include "frame/failure.h"
 #include "frame/fileops.h"
 #include "frame/messages.h"
@@ -7,7 +8,6 @@
 #include "frame/processstate.h"
 #include "frame/tempdir.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
@@ -117,7 +117,7 @@ void ExecA(const QString &commandLine, const QString &outputFile, int windowStyl
             *pid = started;
 
         while (wait && IsProcessRunning(started)) {
-            QCoreApplication::processEvents();
+            DoEvents();
             QThread::msleep(50);
         }
     });

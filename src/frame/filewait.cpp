@@ -1,12 +1,12 @@
 #include "frame/filewait.h"
 
+#include "frame/events.h"
 #include "frame/failure.h"
 #include "frame/fileops.h"
 #include "frame/fileuse.h"
 #include "frame/messages.h"
 #include "frame/paths.h"
 
-#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QThread>
@@ -35,7 +35,7 @@ void IsFileExistsA(const QString &path, qint64 limitMs)
         while (!IsFileReady(file)) {
             if (limit.hasExpired())
                 Raise(msg::FileWaitTimeout);
-            QCoreApplication::processEvents();
+            DoEvents();
             QThread::msleep(50);
         }
     });

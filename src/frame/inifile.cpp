@@ -325,10 +325,5 @@ bool IniFile::AddSection(const QString &path, const QString &section)
     return TheCache().Modify(path, [&section](IniDocument &doc) { return doc.AddSection(section); });
 }
 
-bool IniFile::IsReadOnly(const QString &path)
-{
-    struct stat st{};
-    return ::stat(QFile::encodeName(path).constData(), &st) == 0 && IsReadOnlyMode(st);
-}
 
 } // namespace fx

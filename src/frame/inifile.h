@@ -46,9 +46,6 @@ public:
 
     /// Makes sure the section exists, appending it empty if needed.
     static bool AddSection(const QString &path, const QString &section);
-
-    /// True when the file exists and its owner may not write it: the read-only attribute.
-    static bool IsReadOnly(const QString &path);
 };
 
 } // namespace fx

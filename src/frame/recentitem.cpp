@@ -1,6 +1,7 @@
 #include "frame/recentitem.h"
 
 #include "frame/failure.h"
+#include "frame/fileops.h"
 #include "frame/inifile.h"
 #include "frame/messages.h"
 #include "frame/settings.h"
@@ -34,7 +35,7 @@ QString CRecentItem::Item(qint32 index) const
 void CRecentItem::RequireWritable() const
 {
     // Built whole, without an argument list: the path is part of the text.
-    if (IniFile::IsReadOnly(m_file))
+    if (IsFileReadOnly(m_file))
         Raise(QString::fromUtf8(msg::FileWriteDenied).replace(QStringLiteral("%0%"), m_file));
 }
 

@@ -1,5 +1,7 @@
 #include "frame/startup.h"
 
+#include "frame/configkeys.h"
+#include "frame/events.h"
 #include "frame/failure.h"
 #include "frame/fileops.h"
 #include "frame/folders.h"
@@ -12,12 +14,10 @@
 #include "frame/processstate.h"
 #include "frame/programinfo.h"
 #include "frame/settings.h"
-#include "frame/configkeys.h"
 #include "frame/tempdir.h"
 #include "frame/translation.h"
 #include "frame/usage.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -26,12 +26,6 @@
 namespace fx {
 
 namespace {
-void LetEventsRun()
-{
-    if (QCoreApplication::instance())
-        QCoreApplication::processEvents();
-}
-
 // The log starts in TEMP; without a usable TEMP it falls back so the failure is still written.
 void CheckTemp(const QString &title)
 {
@@ -142,14 +136,14 @@ StartOutcome Main(const CommandLineArgs &args, IStartupSplash *splash)
     process.CmdConfigFile.clear();
     if (splash && !process.BatchMode)
         splash->Show();
-    LetEventsRun();
+    DoEvents();
     const QString title = ProgramTitle();
 
     try {
         CheckTemp(title);
         CheckMainConfig();
         CheckUserConfig();
-        LetEventsRun();
+        DoEvents();
         InitLanguage();
         LogMessage(msg::CommandLineArguments, {args.commandLine});
         if (args.usageWanted) {

@@ -1,0 +1,240 @@
+#include "pds/sqlitedb.h"
+
+#include "frame/failure.h"
+#include "pds/adotypes.h"
+#include "pds/jetfunctions.h"
+#include "pds/messages.h"
+
+#include <sqlite3.h>
+
+namespace fx {
+
+SqliteDb::SqliteDb(const QString &file, OpenMode mode)
+    : m_file(file)
+{
+    int flags = SQLITE_OPEN_NOMUTEX;
+    switch (mode) {
+    case OpenMode::ReadWrite: flags |= SQLITE_OPEN_READWRITE; break;
+    case OpenMode::ReadWriteCreate: flags |= SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE; break;
+    case OpenMode::ReadOnly: flags |= SQLITE_OPEN_READONLY; break;
+    }
+    const int rc = sqlite3_open_v2(file.toUtf8().constData(), &m_db, flags, nullptr);
+    if (rc != SQLITE_OK) {
+        const QString text = m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QString::fromUtf8(sqlite3_errstr(rc));
+        sqlite3_close(m_db);
+        m_db = nullptr;
+        Raise(msg::DatabaseError, {QString::number(rc), text + QStringLiteral(" (") + file + QStringLiteral(")")});
+    }
+    sqlite3_extended_result_codes(m_db, 1);
+    // Another process of ours may hold the file for a moment (a second reviewer's import).
+    sqlite3_busy_timeout(m_db, 10000);
+    RegisterJetFunctions(m_db);
+}
+
+SqliteDb::SqliteDb(SqliteDb &&other) noexcept
+    : m_file(std::move(other.m_file))
+    , m_db(std::exchange(other.m_db, nullptr))
+{
+}
+
+SqliteDb::~SqliteDb()
+{
+    if (m_db)
+        sqlite3_close_v2(m_db);
+}
+
+void SqliteDb::RaiseLastError(int code, const QString &sql) const
+{
+    QString text = QString::fromUtf8(sqlite3_errmsg(m_db));
+    if (!sql.isEmpty())
+        text += QStringLiteral(" (SQL: ") + sql + QStringLiteral(")");
+    Raise(msg::DatabaseError, {QString::number(code), text});
+}
+
+void SqliteDb::Execute(const QString &sql)
+{
+    char *error = nullptr;
+    const int rc = sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, &error);
+    if (rc != SQLITE_OK) {
+        const QString text = QString::fromUtf8(error ? error : sqlite3_errstr(rc));
+        sqlite3_free(error);
+        Raise(msg::DatabaseError, {QString::number(rc), text + QStringLiteral(" (SQL: ") + sql + QStringLiteral(")")});
+    }
+}
+
+qint64 SqliteDb::ExecuteCount(const QString &sql)
+{
+    SqliteStatement statement(*this, sql);
+    while (statement.Step()) {
+    }
+    return sqlite3_changes64(m_db);
+}
+
+Recordset SqliteDb::Read(const QString &sql)
+{
+    SqliteStatement statement(*this, sql);
+    return ReadAll(statement);
+}
+
+SqliteStatement::SqliteStatement(SqliteDb &db, const QString &sql)
+    : m_db(&db)
+    , m_sql(sql)
+{
+    const QByteArray text = sql.toUtf8();
+    const int rc = sqlite3_prepare_v2(db.Handle(), text.constData(), int(text.size()), &m_stmt, nullptr);
+    if (rc != SQLITE_OK)
+        db.RaiseLastError(rc, sql);
+}
+
+SqliteStatement::SqliteStatement(SqliteStatement &&other) noexcept
+    : m_db(other.m_db)
+    , m_stmt(std::exchange(other.m_stmt, nullptr))
+    , m_sql(std::move(other.m_sql))
+{
+}
+
+SqliteStatement::~SqliteStatement()
+{
+    sqlite3_finalize(m_stmt);
+}
+
+void SqliteStatement::Bind(int index, const QVariant &value)
+{
+    int rc = SQLITE_OK;
+    if (value.isNull()) {
+        rc = sqlite3_bind_null(m_stmt, index);
+    } else {
+        switch (value.typeId()) {
+        case QMetaType::Int: case QMetaType::LongLong: case QMetaType::UInt: case QMetaType::Short:
+        case QMetaType::UShort: case QMetaType::Bool: case QMetaType::Char: case QMetaType::SChar:
+        case QMetaType::UChar: case QMetaType::Long:
+            rc = sqlite3_bind_int64(m_stmt, index, value.toLongLong());
+            break;
+        case QMetaType::Double: case QMetaType::Float:
+            rc = sqlite3_bind_double(m_stmt, index, value.toDouble());
+            break;
+        case QMetaType::QByteArray: {
+            const QByteArray bytes = value.toByteArray();
+            rc = sqlite3_bind_blob64(m_stmt, index, bytes.constData(), sqlite3_uint64(bytes.size()), SQLITE_TRANSIENT);
+            break;
+        }
+        default: {
+            const QByteArray text = value.toString().toUtf8();
+            rc = sqlite3_bind_text64(m_stmt, index, text.constData(), sqlite3_uint64(text.size()), SQLITE_TRANSIENT,
+                                     SQLITE_UTF8);
+            break;
+        }
+        }
+    }
+    if (rc != SQLITE_OK)
+        m_db->RaiseLastError(rc, m_sql);
+}
+
+bool SqliteStatement::Step()
+{
+    const int rc = sqlite3_step(m_stmt);
+    if (rc == SQLITE_ROW)
+        return true;
+    if (rc == SQLITE_DONE)
+        return false;
+    m_db->RaiseLastError(rc, m_sql);
+}
+
+void SqliteStatement::Reset()
+{
+    sqlite3_reset(m_stmt);
+    sqlite3_clear_bindings(m_stmt);
+}
+
+int SqliteStatement::ColumnCount() const
+{
+    return sqlite3_column_count(m_stmt);
+}
+
+QString SqliteStatement::ColumnName(int column) const
+{
+    return QString::fromUtf8(sqlite3_column_name(m_stmt, column));
+}
+
+QString SqliteStatement::ColumnDeclaredType(int column) const
+{
+    const char *declared = sqlite3_column_decltype(m_stmt, column);
+    return declared ? QString::fromUtf8(declared) : QString();
+}
+
+QVariant SqliteStatement::Column(int column) const
+{
+    switch (sqlite3_column_type(m_stmt, column)) {
+    case SQLITE_INTEGER:
+        return QVariant(qint64(sqlite3_column_int64(m_stmt, column)));
+    case SQLITE_FLOAT:
+        return QVariant(sqlite3_column_double(m_stmt, column));
+    case SQLITE_TEXT:
+        return QVariant(QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(m_stmt, column)),
+                                          sqlite3_column_bytes(m_stmt, column)));
+    case SQLITE_BLOB:
+        return QVariant(QByteArray(static_cast<const char *>(sqlite3_column_blob(m_stmt, column)),
+                                   sqlite3_column_bytes(m_stmt, column)));
+    default:
+        return QVariant();
+    }
+}
+
+Recordset ReadAll(SqliteStatement &statement)
+{
+    const int count = statement.ColumnCount();
+    QList<RecordsetField> fields;
+    QList<bool> typed;
+    for (int i = 0; i < count; ++i) {
+        RecordsetField field;
+        field.name = statement.ColumnName(i);
+        const QString declared = statement.ColumnDeclaredType(i);
+        typed.append(!declared.isEmpty());
+        field.type = AdoTypeOfDeclaredType(declared, &field.definedSize);
+        fields.append(field);
+    }
+    QList<QVariantList> rows;
+    while (statement.Step()) {
+        QVariantList row;
+        row.reserve(count);
+        for (int i = 0; i < count; ++i) {
+            QVariant value = statement.Column(i);
+            if (!typed.at(i) && !value.isNull()) {
+                // A computed column takes the type of its first value, as Jet types an expression.
+                typed[i] = true;
+                if (value.typeId() == QMetaType::LongLong)
+                    fields[i].type = adotype::Integer;
+                else if (value.typeId() == QMetaType::Double)
+                    fields[i].type = adotype::Double;
+                else if (value.typeId() == QMetaType::QByteArray)
+                    fields[i].type = adotype::LongVarBinary;
+            }
+            row.append(std::move(value));
+        }
+        rows.append(std::move(row));
+    }
+    Recordset result(fields);
+    for (QVariantList &row : rows)
+        result.AppendRow(std::move(row));
+    return result;
+}
+
+SqliteTransaction::SqliteTransaction(SqliteDb &db)
+    : m_db(db)
+{
+    m_db.Execute(QStringLiteral("BEGIN"));
+}
+
+SqliteTransaction::~SqliteTransaction()
+{
+    if (m_open)
+        sqlite3_exec(m_db.Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
+void SqliteTransaction::Commit()
+{
+    m_db.Execute(QStringLiteral("COMMIT"));
+    m_open = false;
+}
+
+} // namespace fx

@@ -89,8 +89,10 @@ public:
                       const QString &where = QString(), RISDumpForm form = RISDumpForm::Fixed,
                       bool withData = true, const QString &dumpFile = QString());
     void RISClean(const QString &schema);
+    /// Creates one schema for each of `schemas` with the user and password at the same place;
+    /// `dbType` is "ORACLE" or "MSSQL".
     void RISCreateSchema(const QStringList &schemas, const QString &dbType, const QString &database,
-                         const QString &server, const QString &host, const QString &osUser, const QString &folder,
+                         const QString &server, const QString &host, const QString &folder,
                          const QStringList &users, const QStringList &passwords);
     void RISDropSchema(const QStringList &schemas);
     bool IsRISSchemaExists(const QString &schema);
@@ -137,6 +139,7 @@ public:
 private:
     // Kind 0 pieces (cris.cpp, cris_ristools.cpp)
     void RISWrite(const QString &schema, const QString &sql, bool commit);
+    void ADOWrite(const QString &schema, const QString &sql, bool commit);
     /// Runs risbatch on `statements` (already ended by "quit;"); gives the tool's output text.
     QString RunRISBatch(const QString &statements, bool checkErrors = true);
     QString ToolPath(const char *tool);
@@ -171,5 +174,10 @@ struct ParsedSQL
     QString rest;
 };
 ParsedSQL ParseSQL(const QString &sql);
+
+/// The statement risbatch runs to create one schema on an Oracle or SQL Server database.
+QString RISCreateSchemaStatement(const QString &schema, const QString &dbType, const QString &database,
+                                 const QString &server, const QString &host, const QString &folder,
+                                 const QString &user, const QString &password);
 
 } // namespace fx

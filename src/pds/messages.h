@@ -8,6 +8,40 @@ namespace fx::msg {
 inline constexpr char FieldNotInResult[] = "Field '%0%' not found in the result";
 inline constexpr char RowWidthMismatch[] = "Row of %0% values does not fit %1% fields";
 inline constexpr char DatabaseError[] = "Database error %0%: %1%";
+inline constexpr char FileWriteFailed[] = "Writing file '%0%' failed";
 inline constexpr char DatabaseFileNotExists[] = "Database file '%0%' not exists";
+
+// The gateway
+inline constexpr char DatabaseServerNotDefined[] = "Database server name not defined";
+inline constexpr char DatabaseUserNotDefined[] = "Database user name not defined";
+inline constexpr char CrisTempDirMissing[] = "TEMP directory not defined or not existing. Please first set operating system environment variable TEMP to correct folder";
+inline constexpr char DirectoryWriteDenied[] = "Directory '%0%': write permission denied";
+inline constexpr char RisbatchClientNotFound[] = "RIS client (risbatch) not found in '%0%'";
+inline constexpr char RisunlodClientNotFound[] = "RIS client (risunlod) not found in '%0%'";
+inline constexpr char RisClientNotInstalled[] = "RIS client not found or not correctly installed";
+inline constexpr char SchemaNotDefined[] = "Schema name not defined";
+inline constexpr char SqlNotDefined[] = "SQL statement not defined";
+inline constexpr char OnlySelectQueries[] = "Only SELECT queries can be processed '%0%'";
+inline constexpr char CrisTempDirNotCorrect[] = "TEMP directory '%0%' is not correct. The path must not contain any of the following characters: ' ', '.', '~'";
+inline constexpr char AccessDatabaseNotExists[] = "Access database '%0%' not exists";
+inline constexpr char TableToExtractNotDefined[] = "Table to extract not defined";
+inline constexpr char TableNameNotDefined[] = "Table name not defined";
+
+// The RIS tools
+inline constexpr char RisbatchNotFound[] = "risbatch in '%0%' not found";
+inline constexpr char RisunlodNotFound[] = "risunlod in '%0%' not found";
+inline constexpr char RislodNotFound[] = "rislod in '%0%' not found";
+inline constexpr char RisclnsrNotFound[] = "risclnsr in '%0%' not found";
+inline constexpr char ToolMessage[] = "%0%";
+inline constexpr char DirectoryNotExistsColon[] = "Directory: '%0%' not exists";
+inline constexpr char RisDumpNotExists[] = "RIS dump file: '%0%' not exists";
+inline constexpr char SchemaNameNotFound[] = "Schema name not found";
+inline constexpr char RisDumpHeaderMissing[] = "Incorrect RIS dump file format";
+inline constexpr char BeginOfBadFile[] = "Begin of RIS bad file";
+inline constexpr char EndOfBadFile[] = "End of RIS bad file";
+inline constexpr char RisLoadRowsRejected[] = "Loading RIS dump file '%0%' failed: rows rejected (see bad file '%1%')";
+inline constexpr char RisCleanFailed[] = "risclnsr failed";
+inline constexpr char DbTypeIncorrect[] = "DB type is incorrect";
+inline constexpr char SchemaCountMismatch[] = "Schema count does not match user or password count";
 
 } // namespace fx::msg

@@ -37,10 +37,17 @@ QString SQLServerAdminString(const QString &server, const QString &user, const Q
                                      QStringLiteral("master"), user, password);
 }
 
-void CheckUserCount(const QStringList &users, const QStringList &passwords)
+// Runs the statements that `build` gives for each user with the password at the same place.
+template <typename Build>
+void CreateUsers(const QString &adminConnection, const QStringList &users, const QStringList &passwords, Build build)
 {
     if (users.size() != passwords.size())
         Raise(msg::UserCountMismatch);
+    OdbcConnection admin(adminConnection);
+    for (qsizetype i = 0; i < users.size(); ++i) {
+        RunStatements(admin, build(users.at(i), passwords.at(i)));
+        DoEventsIfInput();
+    }
 }
 
 } // namespace
@@ -162,12 +169,10 @@ void CRIS::ORACreateUser(const QString &server, const QString &adminUser, const 
                          const QString &tempTablespace)
 {
     Frame("CRIS::ORACreateUser", [&] {
-        CheckUserCount(users, passwords);
-        OdbcConnection admin(OracleAdminString(server, adminUser, adminPassword));
-        for (qsizetype i = 0; i < users.size(); ++i) {
-            RunStatements(admin, OracleCreateUserStatements(users.at(i), passwords.at(i), tablespace, tempTablespace));
-            DoEventsIfInput();
-        }
+        CreateUsers(OracleAdminString(server, adminUser, adminPassword), users, passwords,
+                    [&](const QString &user, const QString &password) {
+                        return OracleCreateUserStatements(user, password, tablespace, tempTablespace);
+                    });
     });
 }
 
@@ -199,12 +204,10 @@ void CRIS::SQLCreateUser(const QString &server, const QString &adminUser, const 
                          const QStringList &users, const QStringList &passwords, const QString &database)
 {
     Frame("CRIS::SQLCreateUser", [&] {
-        CheckUserCount(users, passwords);
-        OdbcConnection admin(SQLServerAdminString(server, adminUser, adminPassword));
-        for (qsizetype i = 0; i < users.size(); ++i) {
-            RunStatements(admin, SQLServerCreateUserStatements(users.at(i), passwords.at(i), database));
-            DoEventsIfInput();
-        }
+        CreateUsers(SQLServerAdminString(server, adminUser, adminPassword), users, passwords,
+                    [&](const QString &user, const QString &password) {
+                        return SQLServerCreateUserStatements(user, password, database);
+                    });
     });
 }
 

@@ -50,16 +50,8 @@ void SqliteSchemaConnection::ReadInSlices(const QString &sql, int sliceRows,
 {
     SqliteStatement statement(Db(), sql);
     const int count = statement.ColumnCount();
-    QList<RecordsetField> fields;
     QList<bool> declared;
-    for (int i = 0; i < count; ++i) {
-        RecordsetField field;
-        field.name = statement.ColumnName(i);
-        const QString type = statement.ColumnDeclaredType(i);
-        declared << !type.isEmpty();
-        field.type = AdoTypeOfDeclaredType(type, &field.definedSize);
-        fields << field;
-    }
+    QList<RecordsetField> fields = DeclaredFields(statement, declared);
     QList<QVariantList> rows;
     auto readRow = [&] {
         QVariantList row;
@@ -73,15 +65,8 @@ void SqliteSchemaConnection::ReadInSlices(const QString &sql, int sliceRows,
         // The fields go out before any row: a computed column takes the type of its first value.
         readRow();
         for (int i = 0; i < count; ++i) {
-            const QVariant &value = rows.first().at(i);
-            if (declared.at(i) || value.isNull())
-                continue;
-            if (value.typeId() == QMetaType::LongLong)
-                fields[i].type = adotype::Integer;
-            else if (value.typeId() == QMetaType::Double)
-                fields[i].type = adotype::Double;
-            else if (value.typeId() == QMetaType::QByteArray)
-                fields[i].type = adotype::LongVarBinary;
+            if (!declared.at(i))
+                TypeFieldByValue(fields[i], rows.first().at(i));
         }
         more = statement.Step();
     }

@@ -2,11 +2,14 @@
 
 #include "pds/adotypes.h"
 #include "pds/odbcschemaconnection.h"
+#include "pds/textunload.h"
 #include "pgtestserver.h"
 
 #include "support/failures.h"
+#include "support/sandbox.h"
 
 #include <QDateTime>
+#include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
@@ -143,4 +146,26 @@ TEST(OdbcPostgreSQL, a_wrong_password_fails_without_showing_it_and_special_passw
         ADD_FAILURE() << f.Description().toStdString();
     }
     admin.Execute(u"DROP ROLE "_s + role);
+}
+
+TEST(OdbcPostgreSQL, an_unload_declares_the_server_types_and_sizes_in_schema_ini)
+{
+    FX_REQUIRE_PG_SERVER(server);
+    fxtest::Sandbox box;
+    OdbcConnection admin(server.ConnectionString());
+    fxtest::PgScratchSchema schema(admin);
+    OdbcSchemaConnection connection(DBConType::PostgreSQL, server.ConnectionString());
+    connection.UseSchema(schema.Name(), true);
+    connection.Execute(u"CREATE TABLE t (id integer, amount numeric(9,0), wide varchar(300), made date)"_s);
+    connection.Execute(u"INSERT INTO t VALUES (7, 12, 'a \"b\"', '2021-03-04'), (8, NULL, NULL, NULL)"_s);
+
+    const QString file = UnloadQueryToTextFile(connection, u"SELECT * FROM t ORDER BY id"_s, box.Temp());
+    EXPECT_EQ(fxtest::Sandbox::ReadFile(file),
+              QByteArray("7\t12\ta 'b'\t2021-03-04\r\n8\t-32768\t-32768\t-32768\r\n"));
+    const QStringList lines = QString::fromLatin1(fxtest::Sandbox::ReadFile(box.Temp() + u"Schema.ini"_s))
+                                  .split(QRegularExpression(u"\r?\n"_s));
+    EXPECT_TRUE(lines.contains(u"Col1=id long"_s));
+    EXPECT_TRUE(lines.contains(u"Col2=amount long"_s));
+    EXPECT_TRUE(lines.contains(u"Col3=wide char width 240"_s));
+    EXPECT_TRUE(lines.contains(u"Col4=made char width 10"_s)) << lines.join(u" | "_s).toStdString();
 }

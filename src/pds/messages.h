@@ -44,4 +44,11 @@ inline constexpr char RisCleanFailed[] = "risclnsr failed";
 inline constexpr char DbTypeIncorrect[] = "DB type is incorrect";
 inline constexpr char SchemaCountMismatch[] = "Schema count does not match user or password count";
 
+// The SQL kinds of the project schema (ODBC, embedded SQLite) and their database users
+inline constexpr char OracleServerNotDefined[] = "Oracle Server name not defined";
+inline constexpr char SQLServerNotDefined[] = "SQL Server name not defined";
+inline constexpr char UserCountMismatch[] = "User count does not match password count";
+inline constexpr char NoSchemaConnection[] = "No database connection open";
+inline constexpr char InvalidDatabaseName[] = "'%0%' is not a valid database name";
+
 } // namespace fx::msg

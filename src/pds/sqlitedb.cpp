@@ -180,19 +180,26 @@ QVariant SqliteStatement::Column(int column) const
     }
 }
 
+QList<RecordsetField> DeclaredFields(const SqliteStatement &statement, QList<bool> &declared)
+{
+    QList<RecordsetField> fields;
+    declared.clear();
+    for (int i = 0; i < statement.ColumnCount(); ++i) {
+        RecordsetField field;
+        field.name = statement.ColumnName(i);
+        const QString type = statement.ColumnDeclaredType(i);
+        declared.append(!type.isEmpty());
+        field.type = AdoTypeOfDeclaredType(type, &field.definedSize);
+        fields.append(field);
+    }
+    return fields;
+}
+
 Recordset ReadAll(SqliteStatement &statement)
 {
     const int count = statement.ColumnCount();
-    QList<RecordsetField> fields;
     QList<bool> typed;
-    for (int i = 0; i < count; ++i) {
-        RecordsetField field;
-        field.name = statement.ColumnName(i);
-        const QString declared = statement.ColumnDeclaredType(i);
-        typed.append(!declared.isEmpty());
-        field.type = AdoTypeOfDeclaredType(declared, &field.definedSize);
-        fields.append(field);
-    }
+    QList<RecordsetField> fields = DeclaredFields(statement, typed);
     QList<QVariantList> rows;
     while (statement.Step()) {
         QVariantList row;
@@ -200,14 +207,8 @@ Recordset ReadAll(SqliteStatement &statement)
         for (int i = 0; i < count; ++i) {
             QVariant value = statement.Column(i);
             if (!typed.at(i) && !value.isNull()) {
-                // A computed column takes the type of its first value, as Jet types an expression.
                 typed[i] = true;
-                if (value.typeId() == QMetaType::LongLong)
-                    fields[i].type = adotype::Integer;
-                else if (value.typeId() == QMetaType::Double)
-                    fields[i].type = adotype::Double;
-                else if (value.typeId() == QMetaType::QByteArray)
-                    fields[i].type = adotype::LongVarBinary;
+                TypeFieldByValue(fields[i], value);
             }
             row.append(std::move(value));
         }
@@ -217,6 +218,16 @@ Recordset ReadAll(SqliteStatement &statement)
     for (QVariantList &row : rows)
         result.AppendRow(std::move(row));
     return result;
+}
+
+void TypeFieldByValue(RecordsetField &field, const QVariant &value)
+{
+    if (value.typeId() == QMetaType::LongLong)
+        field.type = adotype::Integer;
+    else if (value.typeId() == QMetaType::Double)
+        field.type = adotype::Double;
+    else if (value.typeId() == QMetaType::QByteArray)
+        field.type = adotype::LongVarBinary;
 }
 
 SqliteTransaction::SqliteTransaction(SqliteDb &db)

@@ -94,4 +94,12 @@ private:
 /// declared column types (or, for computed columns, from the first value that is not NULL).
 Recordset ReadAll(SqliteStatement &statement);
 
+/// The fields of a statement's result typed by their declared column types; `declared` tells
+/// which had one (the others are computed columns).
+QList<RecordsetField> DeclaredFields(const SqliteStatement &statement, QList<bool> &declared);
+
+/// Types a computed column (one without a declared type) by a value of it, as Jet types an
+/// expression; a NULL or a text leaves the field as it is.
+void TypeFieldByValue(RecordsetField &field, const QVariant &value);
+
 } // namespace fx

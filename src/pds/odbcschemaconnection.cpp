@@ -1,0 +1,59 @@
+#include "pds/odbcschemaconnection.h"
+
+#include "frame/programinfo.h"
+#include "frame/settings.h"
+#include "pds/sqlstatements.h"
+
+namespace fx {
+
+QString ConfiguredOdbcDriver(const ConfigKey &key)
+{
+    return GetIniValue(ProgramDir() + QStringLiteral("Fendrix.ini"), QString::fromUtf8(key.section),
+                       QString::fromUtf8(key.key), QString::fromUtf8(key.defaultValue));
+}
+
+OdbcSchemaConnection::OdbcSchemaConnection(DBConType kind, const QString &connectionString)
+    : m_kind(kind)
+    , m_connection(connectionString)
+{
+}
+
+void OdbcSchemaConnection::UseSchema(const QString &schema, bool forWrite)
+{
+    for (const QString &statement : SchemaStatements(m_kind, schema, forWrite))
+        m_connection.Execute(statement);
+}
+
+Recordset OdbcSchemaConnection::Read(const QString &sql)
+{
+    return m_connection.Read(sql);
+}
+
+void OdbcSchemaConnection::ReadInSlices(const QString &sql, int sliceRows,
+                                        const std::function<void(const QList<RecordsetField> &)> &onFields,
+                                        const std::function<void(const QList<QVariantList> &)> &onSlice)
+{
+    m_connection.ReadInSlices(sql, sliceRows, onFields, onSlice);
+}
+
+void OdbcSchemaConnection::Execute(const QString &sql)
+{
+    m_connection.Execute(sql);
+}
+
+QString OdbcSchemaConnection::CatalogSchema(const QString &schema) const
+{
+    return m_kind == DBConType::Oracle ? schema.toUpper() : schema;
+}
+
+QStringList OdbcSchemaConnection::Tables(const QString &schema)
+{
+    return m_connection.Tables(CatalogSchema(schema));
+}
+
+QList<ColumnDescription> OdbcSchemaConnection::Columns(const QString &schema, const QString &table)
+{
+    return m_connection.Columns(CatalogSchema(schema), m_kind == DBConType::Oracle ? table.toUpper() : table);
+}
+
+} // namespace fx

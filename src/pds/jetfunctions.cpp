@@ -106,16 +106,10 @@ bool IsTrue(sqlite3_value *value)
     case SQLITE_NULL: return false;
     case SQLITE_INTEGER: return sqlite3_value_int64(value) != 0;
     case SQLITE_FLOAT: return sqlite3_value_double(value) != 0.0;
-    case SQLITE_TEXT: {
-        const QString text = Text(ValueOf(value)).trimmed();
-        if (text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0)
-            return true;
-        if (text.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0)
-            return false;
-        if (const std::optional<double> number = JetNumberOfText(text))
+    case SQLITE_TEXT:
+        if (const std::optional<double> number = JetNumberOfText(Text(ValueOf(value))))
             return *number != 0.0;
         throw JetFault{msg::JetTypeMismatch};
-    }
     default: throw JetFault{msg::JetTypeMismatch};
     }
 }
@@ -248,26 +242,11 @@ QVariant DateValue(const QVariantList &args)
 QVariant Now(const QVariantList &) { return JetDateText(QDateTime::currentDateTime()); }
 QVariant Date(const QVariantList &) { return JetDateText(QDateTime(QDate::currentDate(), QTime(0, 0))); }
 
-// Runs a function of values, turning a Jet failure into the statement's failure.
-template <QVariant (*Function)(const QVariantList &)>
-void CallWithValues(sqlite3_context *context, int argc, sqlite3_value **argv)
-{
-    try {
-        QVariantList args;
-        args.reserve(argc);
-        for (int i = 0; i < argc; ++i)
-            args.append(ValueOf(argv[i]));
-        SetResult(context, Function(args));
-    } catch (const JetFault &fault) {
-        sqlite3_result_error(context, fault.text, -1);
-    } catch (const std::bad_alloc &) {
-        sqlite3_result_error_nomem(context);
-    }
-}
+using SqlFunction = void (*)(sqlite3_context *, int, sqlite3_value **);
 
-// The functions below hand back one of their arguments untouched, so its type stays as stored.
-template <void (*Function)(sqlite3_context *, int, sqlite3_value **)>
-void CallDirect(sqlite3_context *context, int argc, sqlite3_value **argv)
+// Turns a Jet failure inside a function into the statement's failure.
+template <SqlFunction Function>
+void Guarded(sqlite3_context *context, int argc, sqlite3_value **argv)
 {
     try {
         Function(context, argc, argv);
@@ -276,6 +255,18 @@ void CallDirect(sqlite3_context *context, int argc, sqlite3_value **argv)
     } catch (const std::bad_alloc &) {
         sqlite3_result_error_nomem(context);
     }
+}
+
+// A function of values; those that hand back an argument untouched (SWITCH, NZ) skip this, so
+// the argument's type stays as stored.
+template <QVariant (*Function)(const QVariantList &)>
+void OnValues(sqlite3_context *context, int argc, sqlite3_value **argv)
+{
+    QVariantList args;
+    args.reserve(argc);
+    for (int i = 0; i < argc; ++i)
+        args.append(ValueOf(argv[i]));
+    SetResult(context, Function(args));
 }
 
 void Switch(sqlite3_context *context, int argc, sqlite3_value **argv)
@@ -289,11 +280,6 @@ void Switch(sqlite3_context *context, int argc, sqlite3_value **argv)
         }
     }
     sqlite3_result_null(context);
-}
-
-void Iif(sqlite3_context *context, int, sqlite3_value **argv)
-{
-    sqlite3_result_value(context, argv[IsTrue(argv[0]) ? 1 : 2]);
 }
 
 void IsNull(sqlite3_context *context, int, sqlite3_value **argv)
@@ -311,8 +297,6 @@ void Nz(sqlite3_context *context, int argc, sqlite3_value **argv)
         sqlite3_result_text(context, "", 0, SQLITE_STATIC); // Nz in a statement gives a zero-length text
 }
 
-using SqlFunction = void (*)(sqlite3_context *, int, sqlite3_value **);
-
 struct Registration
 {
     const char *name;
@@ -322,35 +306,34 @@ struct Registration
 };
 
 const Registration kFunctions[] = {
-    {"SWITCH", -1, CallDirect<Switch>},
-    {"IIF", 3, CallDirect<Iif>},
-    {"ISNULL", 1, CallDirect<IsNull>},
-    {"NZ", 1, CallDirect<Nz>},
-    {"NZ", 2, CallDirect<Nz>},
-    {"FORMAT", 2, CallWithValues<Format>},
-    {"LCASE", 1, CallWithValues<LCase>},
-    {"UCASE", 1, CallWithValues<UCase>},
-    {"LEN", 1, CallWithValues<Len>},
-    {"TRIM", 1, CallWithValues<Trim>},
-    {"LTRIM", 1, CallWithValues<LTrim>},
-    {"RTRIM", 1, CallWithValues<RTrim>},
-    {"CSTR", 1, CallWithValues<CStr>},
-    {"CLNG", 1, CallWithValues<CLng>},
-    {"CINT", 1, CallWithValues<CInt>},
-    {"CDBL", 1, CallWithValues<CDbl>},
-    {"INSTR", 2, CallWithValues<InStr>},
-    {"INSTR", 3, CallWithValues<InStr>},
-    {"INSTR", 4, CallWithValues<InStr>},
-    {"MID", 2, CallWithValues<Mid>},
-    {"MID", 3, CallWithValues<Mid>},
-    {"LEFT", 2, CallWithValues<Left>},
-    {"RIGHT", 2, CallWithValues<Right>},
-    {"VAL", 1, CallWithValues<Val>},
-    {"STR", 1, CallWithValues<Str>},
-    {"JCAT", -1, CallWithValues<JCat>},
-    {"DATEVALUE", 1, CallWithValues<DateValue>},
-    {"NOW", 0, CallWithValues<Now>, false},
-    {"DATE", 0, CallWithValues<Date>, false},
+    {"SWITCH", -1, Guarded<Switch>},
+    {"ISNULL", 1, Guarded<IsNull>},
+    {"NZ", 1, Guarded<Nz>},
+    {"NZ", 2, Guarded<Nz>},
+    {"FORMAT", 2, Guarded<OnValues<Format>>},
+    {"LCASE", 1, Guarded<OnValues<LCase>>},
+    {"UCASE", 1, Guarded<OnValues<UCase>>},
+    {"LEN", 1, Guarded<OnValues<Len>>},
+    {"TRIM", 1, Guarded<OnValues<Trim>>},
+    {"LTRIM", 1, Guarded<OnValues<LTrim>>},
+    {"RTRIM", 1, Guarded<OnValues<RTrim>>},
+    {"CSTR", 1, Guarded<OnValues<CStr>>},
+    {"CLNG", 1, Guarded<OnValues<CLng>>},
+    {"CINT", 1, Guarded<OnValues<CInt>>},
+    {"CDBL", 1, Guarded<OnValues<CDbl>>},
+    {"INSTR", 2, Guarded<OnValues<InStr>>},
+    {"INSTR", 3, Guarded<OnValues<InStr>>},
+    {"INSTR", 4, Guarded<OnValues<InStr>>},
+    {"MID", 2, Guarded<OnValues<Mid>>},
+    {"MID", 3, Guarded<OnValues<Mid>>},
+    {"LEFT", 2, Guarded<OnValues<Left>>},
+    {"RIGHT", 2, Guarded<OnValues<Right>>},
+    {"VAL", 1, Guarded<OnValues<Val>>},
+    {"STR", 1, Guarded<OnValues<Str>>},
+    {"JCAT", -1, Guarded<OnValues<JCat>>},
+    {"DATEVALUE", 1, Guarded<OnValues<DateValue>>},
+    {"NOW", 0, Guarded<OnValues<Now>>, false},
+    {"DATE", 0, Guarded<OnValues<Date>>, false},
 };
 
 } // namespace

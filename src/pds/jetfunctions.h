@@ -2,8 +2,13 @@
 // The SQL functions of Jet that statements written for the local store use and SQLite lacks.
 //
 // Registered on every connection (SqliteDb does it), each with Jet's handling of NULL and types:
-//   SWITCH(c1, v1, c2, v2, ...)  the value after the first true condition; NULL if none
-//   IIF(c, a, b)                 a when c is true, else b (a NULL condition is false)
+//   SWITCH(c1, v1, c2, v2, ...)  the value after the first true condition; NULL if none. A
+//                                condition is true when it is a nonzero number or numeric text;
+//                                NULL is false, other text fails with "Type mismatch". Every
+//                                value is evaluated, so none may fail.
+//   IIF(c, a, b)                 SQLite's own: like Jet's in a statement, it evaluates only the
+//                                branch it picks, so IIF(x IS NULL, 0, CLNG(x)) is safe; a NULL
+//                                condition is false; text counts by its number
 //   FORMAT(x, pattern)           see JetFormat; FORMAT(NULL, ..) is NULL
 //   LCASE, UCASE, LEN, TRIM, LTRIM, RTRIM, MID(s, start[, n]), [LEFT](s, n), [RIGHT](s, n)
 //                                NULL gives NULL; TRIM and its kin drop blanks only
@@ -20,7 +25,7 @@
 //   JCAT(a, b, ...)              Jet's "a & b": NULL counts as '' unless every part is NULL, then
 //                                NULL; numbers as CSTR writes them. Write "a & b & c" as
 //                                JCAT(a, b, c): SQLite's "||" gives NULL for any NULL part.
-// Conditions take any nonzero number (or numeric text, or 'True') as true; Jet's own true is -1.
+// Jet's own true is -1 (ISNULL gives it); SQLite's comparisons give 1, and both count as true.
 // LEFT, RIGHT and ISNULL are words of SQLite's grammar: call them in brackets, as in [LEFT](s, 2).
 // SQLite allows a function at most 127 arguments, so one SWITCH takes at most 63 pairs: put
 // more into a second SWITCH as the value of a last condition 1.

@@ -68,11 +68,11 @@ TEST_F(JetFunctions, nulls_pass_through_the_text_functions_and_count_as_false_or
                {"NULL || 'a'", {}}});
 }
 
-TEST_F(JetFunctions, conditions_take_any_nonzero_or_true_text_and_values_keep_their_type)
+TEST_F(JetFunctions, conditions_take_any_nonzero_number_iif_evaluates_one_branch_and_values_keep_their_type)
 {
     ExpectAll({{"IIF(-1, 'y', 'n')", T("y")}, {"IIF(2, 'y', 'n')", T("y")}, {"IIF(0.0, 'y', 'n')", T("n")},
-               {"IIF('True', 'y', 'n')", T("y")}, {"IIF(' 0 ', 'y', 'n')", T("n")}, {"IIF(1 = 2, 'y', 'n')", T("n")},
-               {"SWITCH(0, 'a', 2, 'b', 1, 'c')", T("b")}, {"SWITCH(1, 5)", I(5)}, {"IIF(1, 2.5, 'x')", D(2.5)}});
+               {"IIF(1, 'y', CLNG(NULL))", T("y")}, {"IIF(' 0 ', 'y', 'n')", T("n")}, {"IIF(1 = 2, 'y', 'n')", T("n")},
+               {"SWITCH(0, 'a', '2', 'b', 1, 'c')", T("b")}, {"SWITCH(1, 5)", I(5)}, {"IIF(1, 2.5, 'x')", D(2.5)}});
 }
 
 TEST_F(JetFunctions, string_functions_count_from_one_and_compare_text_without_case_by_default)
@@ -100,7 +100,7 @@ TEST_F(JetFunctions, jet_failures_fail_the_statement_with_jets_text)
         {"CLNG(NULL)", "Invalid use of Null"}, {"CSTR(NULL)", "Invalid use of Null"},
         {"VAL(NULL)", "Invalid use of Null"},  {"DATEVALUE(NULL)", "Invalid use of Null"},
         {"CINT(32767.5)", "Overflow"},         {"CLNG(3000000000)", "Overflow"},
-        {"CLNG('abc')", "Type mismatch"},      {"IIF('abc', 1, 2)", "Type mismatch"},
+        {"CLNG('abc')", "Type mismatch"},      {"SWITCH('abc', 1)", "Type mismatch"},
         {"DATEVALUE('soon')", "Type mismatch"}, {"MID('abc', 0)", "Invalid procedure call or argument"},
         {"[LEFT]('abc', -1)", "Invalid procedure call or argument"},
         {"SWITCH(1)", "Wrong number of arguments used with function in query expression"}};

@@ -51,4 +51,22 @@ inline constexpr char UserCountMismatch[] = "User count does not match password 
 inline constexpr char NoSchemaConnection[] = "No database connection open";
 inline constexpr char InvalidDatabaseName[] = "'%0%' is not a valid database name";
 
+// Local database services
+inline constexpr char CreatingAccessDatabase[] = "Creating new Access database: '%0%'...";
+inline constexpr char AccessDatabaseCreated[] = "Access %0% database created successfully";
+inline constexpr char CreatingAccessDatabaseFailed[] = "Creating Access database failed: %0%";
+inline constexpr char DatabaseFileAlreadyExists[] = "Database file '%0%' already exists";
+inline constexpr char CreatingIndex[] = "Creating index on table: '%0%' column: '%1%'...";
+inline constexpr char IndexCreated[] = "Index created successfully";
+inline constexpr char CreatingIndexFailed[] = "Creating index failed: %0%";
+inline constexpr char NotAutoNumberColumn[] = "Column '%0%' of table '%1%' is not an autonumber column";
+inline constexpr char DatabaseClosed[] = "Database '%0%' is closed";
+
+// Jet's failures inside a statement (the text of the statement's failure)
+inline constexpr char JetInvalidUseOfNull[] = "Invalid use of Null";
+inline constexpr char JetTypeMismatch[] = "Type mismatch";
+inline constexpr char JetOverflow[] = "Overflow";
+inline constexpr char JetInvalidArgument[] = "Invalid procedure call or argument";
+inline constexpr char JetWrongArgumentCount[] = "Wrong number of arguments used with function in query expression";
+
 } // namespace fx::msg

@@ -28,7 +28,12 @@ SqliteDb::SqliteDb(const QString &file, OpenMode mode)
     sqlite3_extended_result_codes(m_db, 1);
     // Another process of ours may hold the file for a moment (a second reviewer's import).
     sqlite3_busy_timeout(m_db, 10000);
-    RegisterJetFunctions(m_db);
+    try {
+        RegisterJetFunctions(m_db);
+    } catch (...) {
+        sqlite3_close(std::exchange(m_db, nullptr));
+        throw;
+    }
 }
 
 SqliteDb::SqliteDb(SqliteDb &&other) noexcept
@@ -43,6 +48,27 @@ SqliteDb::~SqliteDb()
         sqlite3_close_v2(m_db);
 }
 
+sqlite3 *SqliteDb::Handle() const
+{
+    if (!m_db)
+        Raise(msg::DatabaseClosed, {m_file});
+    return m_db;
+}
+
+void SqliteDb::Close()
+{
+    if (!m_db)
+        return;
+    const int rc = sqlite3_close(m_db);
+    if (rc != SQLITE_OK) {
+        const QString text = QString::fromUtf8(sqlite3_errmsg(m_db));
+        // The handle goes anyway: SQLite finishes the close when the last statement is gone.
+        sqlite3_close_v2(std::exchange(m_db, nullptr));
+        Raise(msg::DatabaseError, {QString::number(rc), text + QStringLiteral(" (") + m_file + QStringLiteral(")")});
+    }
+    m_db = nullptr;
+}
+
 void SqliteDb::RaiseLastError(int code, const QString &sql) const
 {
     QString text = QString::fromUtf8(sqlite3_errmsg(m_db));
@@ -54,7 +80,7 @@ void SqliteDb::RaiseLastError(int code, const QString &sql) const
 void SqliteDb::Execute(const QString &sql)
 {
     char *error = nullptr;
-    const int rc = sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, &error);
+    const int rc = sqlite3_exec(Handle(), sql.toUtf8().constData(), nullptr, nullptr, &error);
     if (rc != SQLITE_OK) {
         const QString text = QString::fromUtf8(error ? error : sqlite3_errstr(rc));
         sqlite3_free(error);
@@ -65,9 +91,11 @@ void SqliteDb::Execute(const QString &sql)
 qint64 SqliteDb::ExecuteCount(const QString &sql)
 {
     SqliteStatement statement(*this, sql);
+    const sqlite3_int64 before = sqlite3_total_changes64(m_db);
     while (statement.Step()) {
     }
-    return sqlite3_changes64(m_db);
+    // After a statement that changes no rows (DDL), sqlite3_changes64 still tells the last DML.
+    return sqlite3_total_changes64(m_db) == before ? 0 : sqlite3_changes64(m_db);
 }
 
 Recordset SqliteDb::Read(const QString &sql)
@@ -238,7 +266,7 @@ SqliteTransaction::SqliteTransaction(SqliteDb &db)
 
 SqliteTransaction::~SqliteTransaction()
 {
-    if (m_open)
+    if (m_open && m_db.IsOpen())
         sqlite3_exec(m_db.Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
 }
 

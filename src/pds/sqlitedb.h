@@ -58,11 +58,15 @@ public:
     ~SqliteDb();
 
     const QString &File() const { return m_file; }
-    sqlite3 *Handle() const { return m_db; }
+    /// The connection; raises once it is closed.
+    sqlite3 *Handle() const;
+    bool IsOpen() const { return m_db != nullptr; }
+    /// Closes the connection now; raises when SQLite refuses (a statement still unfinished).
+    void Close();
 
     /// Runs one or more statements that return no rows.
     void Execute(const QString &sql);
-    /// Runs one statement and gives the number of rows it changed.
+    /// Runs one statement and gives the number of rows it changed (0 for one that changes none).
     qint64 ExecuteCount(const QString &sql);
     /// Runs one query into an in-memory result.
     Recordset Read(const QString &sql);

@@ -1,6 +1,7 @@
 #include "pds/sqlstatements.h"
 
 #include "frame/failure.h"
+#include "pds/localdb.h"
 #include "pds/messages.h"
 #include "pds/odbc.h"
 #include "pds/tableimporter.h"
@@ -10,14 +11,6 @@
 namespace fx {
 
 namespace {
-
-// Until the local store's DBQuote reaches this branch: the same rule, quotes doubled.
-QString DBQuote(const QString &value)
-{
-    QString escaped = value;
-    escaped.replace(QLatin1Char('\''), QStringLiteral("''"));
-    return QLatin1Char('\'') + escaped + QLatin1Char('\'');
-}
 
 QString DriverPart(const QString &driver)
 {

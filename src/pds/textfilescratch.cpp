@@ -1,0 +1,38 @@
+#include "pds/textfilescratch.h"
+
+#include "frame/fileops.h"
+#include "pds/schemaini.h"
+
+#include <QRandomGenerator>
+
+namespace fx {
+
+QString RandomBaseName()
+{
+    static const char kChars[] = "abcdefghijklmnopqrstuvwxyz0123456789";
+    QString name;
+    for (int i = 0; i < 8; ++i)
+        name += QLatin1Char(kChars[QRandomGenerator::global()->bounded(int(sizeof(kChars) - 1))]);
+    return name;
+}
+
+TextFileScratch::TextFileScratch(QString textFile)
+    : m_path(std::move(textFile))
+{
+}
+
+TextFileScratch::~TextFileScratch()
+{
+    if (m_path.isEmpty())
+        return;
+    DeleteFileA(m_path, false);
+    if (IsFileExists(SchemaIniPath(m_path)))
+        RemoveSchemaIniSection(m_path);
+}
+
+QString TextFileScratch::Keep()
+{
+    return std::exchange(m_path, QString());
+}
+
+} // namespace fx

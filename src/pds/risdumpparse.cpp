@@ -24,12 +24,6 @@ void OpenDump(QFile &file, const char *notFound)
         Raise(notFound, {file.fileName()});
 }
 
-bool IsNumericType(const QString &type)
-{
-    const QString text = SchemaIniColumn({QString(), type, 0}).type;
-    return text == QLatin1String("short") || text == QLatin1String("long") || text == QLatin1String("double");
-}
-
 } // namespace
 
 TextFileColumn SchemaIniColumn(const RISDumpColumn &column)
@@ -116,39 +110,10 @@ QString RISDumpParse(const QString &tempDir, const QString &dumpFile, const QStr
         QFile text(target.Path());
         if (!text.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
             Raise(msg::FileNotWritten, {target.Path()});
-        QList<bool> numeric;
-        for (const RISDumpColumn &column : definition.columns)
-            numeric << IsNumericType(column.type);
-
-        QByteArray rewritten;
+        QByteArray buffer;
         QByteArrayView rows;
         while (reader.ReadRows(rows)) {
-            QByteArrayView out = rows;
-            if (!definition.fixed) {
-                rewritten.clear();
-                qsizetype pos = 0;
-                while (pos < rows.size()) {
-                    qsizetype lf = rows.indexOf('\n', pos);
-                    if (lf < 0)
-                        lf = rows.size();
-                    const QByteArrayView line = ChopCR(rows.sliced(pos, lf - pos));
-                    if (!line.isEmpty())
-                        AppendFreeRowDelimited(line, int(definition.columns.size()), replaceNull, rewritten);
-                    pos = lf + 1;
-                }
-                out = rewritten;
-            } else if (replaceNull && numeric.contains(true)) {
-                rewritten = rows.toByteArray();
-                char *data = rewritten.data();
-                for (qsizetype pos = 0; pos < rewritten.size();) {
-                    qsizetype lf = rewritten.indexOf('\n', pos);
-                    if (lf < 0)
-                        lf = rewritten.size();
-                    ReplaceNullNumbersInFixedRow(data + pos, lf - pos, definition.columns, numeric);
-                    pos = lf + 1;
-                }
-                out = rewritten;
-            }
+            const QByteArrayView out = RowsAsText(definition, rows, replaceNull, buffer);
             if (text.write(out.data(), out.size()) != out.size())
                 Raise(msg::FileNotWritten, {target.Path()});
             DoEventsIfInput();

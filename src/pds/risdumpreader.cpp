@@ -131,6 +131,7 @@ bool RISDumpReader::FindTable(const QString &table)
             m_definition = line.toByteArray();
             m_rowsEnded = false;
             m_inTrailer = false;
+            m_trailerPending = false;
             m_endOfTableFound = false;
             return true;
         }
@@ -293,8 +294,12 @@ void RISDumpReader::FindEndMarkerAfterTrailer(QByteArrayView rest)
 
 bool RISDumpReader::ReadRows(QByteArrayView &rows)
 {
-    if (m_rowsEnded)
+    if (m_rowsEnded) {
+        // Only now, with the caller done with the last rows, may the buffer move on.
+        if (std::exchange(m_trailerPending, false))
+            FindEndMarkerAfterTrailer(m_trailerRest);
         return false;
+    }
     QByteArrayView block;
     if (m_hasPushedBack) {
         m_hasPushedBack = false;
@@ -315,10 +320,12 @@ bool RISDumpReader::ReadRows(QByteArrayView &rows)
         if ((c == '*' || c == 'c' || c == 'C' || c == 'g' || c == 'G')
             && EndsRows(ChopCR(QByteArrayView(data + pos, lf ? next - pos - 1 : next - pos)))) {
             m_rowsEnded = true;
-            if (m_inTrailer)
-                FindEndMarkerAfterTrailer(block.sliced(next));
             rows = block.first(pos);
-            return !rows.isEmpty();
+            if (m_inTrailer) {
+                m_trailerPending = true;
+                m_trailerRest = block.sliced(next);
+            }
+            return !rows.isEmpty() || ReadRows(rows);
         }
         pos = next;
     }
@@ -421,13 +428,12 @@ void AppendFreeRowDelimited(QByteArrayView line, int columns, bool replaceNull, 
     out += '\n';
 }
 
-void ReplaceNullNumbersInFixedRow(char *row, qsizetype length, const QList<RISDumpColumn> &columns,
-                                  const QList<bool> &numeric)
+void ReplaceNullNumbersInFixedRow(char *row, qsizetype length, const QList<RISDumpColumn> &columns)
 {
     qsizetype offset = 0;
     for (qsizetype i = 0; i < columns.size() && offset < length; ++i) {
         const qsizetype width = qMin(columns.at(i).span, length - offset);
-        if (numeric.value(i)) {
+        if (IsRISNumberType(columns.at(i).type)) {
             qsizetype start = offset;
             while (start < offset + width && row[start] == ' ')
                 ++start;
@@ -439,6 +445,42 @@ void ReplaceNullNumbersInFixedRow(char *row, qsizetype length, const QList<RISDu
         }
         offset += columns.at(i).span;
     }
+}
+
+bool IsRISNumberType(const QString &type)
+{
+    // As in the Schema.ini type table, a type that holds "char" is text whatever follows.
+    if (type.contains(QLatin1String("char")))
+        return false;
+    for (const char *number : {"int", "decimal", "real", "double"}) {
+        if (type.contains(QLatin1String(number)))
+            return true;
+    }
+    return false;
+}
+
+QByteArrayView RowsAsText(const RISDumpTable &table, QByteArrayView rows, bool replaceNull, QByteArray &buffer)
+{
+    if (table.fixed && !replaceNull)
+        return rows;
+    buffer.clear();
+    if (table.fixed)
+        buffer = rows.toByteArray();
+    qsizetype pos = 0;
+    while (pos < rows.size()) {
+        qsizetype lf = rows.indexOf('\n', pos);
+        if (lf < 0)
+            lf = rows.size();
+        if (table.fixed) {
+            ReplaceNullNumbersInFixedRow(buffer.data() + pos, lf - pos, table.columns);
+        } else {
+            const QByteArrayView line = ChopCR(rows.sliced(pos, lf - pos));
+            if (!line.isEmpty())
+                AppendFreeRowDelimited(line, int(table.columns.size()), replaceNull, buffer);
+        }
+        pos = lf + 1;
+    }
+    return buffer;
 }
 
 } // namespace fx

@@ -55,7 +55,8 @@ public:
     bool FindTable(const QString &table);
     /// Reads the definition, insert and format lines of the table FindTable found.
     RISDumpTable ReadTableHeader();
-    /// The next rows of the table: whole lines with their line ends; false once the rows end.
+    /// The next rows of the table: whole lines with their line ends, valid until the next call;
+    /// false once the rows end. Read on until false before asking EndOfTableFound().
     bool ReadRows(QByteArrayView &rows);
     /// True once the rows ended at the table's end marker.
     bool EndOfTableFound() const { return m_endOfTableFound; }
@@ -75,8 +76,18 @@ private:
     QByteArray m_definition;
     bool m_rowsEnded = false;
     bool m_inTrailer = false;
+    bool m_trailerPending = false;  ///< lines after the rows still to be searched for the marker
+    QByteArrayView m_trailerRest;   ///< the rest of the last block, valid until the next read
     bool m_endOfTableFound = false;
 };
+
+/// The rows of a block as the text file holds them: free-form rows through
+/// AppendFreeRowDelimited, fixed-form rows as they stand (with `replaceNull`, through
+/// ReplaceNullNumbersInFixedRow). Gives `rows` itself or a view of `buffer`.
+QByteArrayView RowsAsText(const RISDumpTable &table, QByteArrayView rows, bool replaceNull, QByteArray &buffer);
+
+/// True for the dump types whose NULL is the number -32768: smallint, int, decimal, real, double.
+bool IsRISNumberType(const QString &type);
 
 /// Appends a free-form row as fields separated by the character 1, without quotes and with
 /// doubled quotes made single; a NULL becomes an empty field. With `replaceNull` the number
@@ -87,7 +98,6 @@ void AppendFreeRowDelimited(QByteArrayView line, int columns, bool replaceNull, 
 
 /// Overwrites, in a fixed-form row, each -32768 of the fields flagged in `numeric` by "0" and
 /// blanks, so that the row keeps its width.
-void ReplaceNullNumbersInFixedRow(char *row, qsizetype length, const QList<RISDumpColumn> &columns,
-                                  const QList<bool> &numeric);
+void ReplaceNullNumbersInFixedRow(char *row, qsizetype length, const QList<RISDumpColumn> &columns);
 
 } // namespace fx

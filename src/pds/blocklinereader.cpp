@@ -10,11 +10,17 @@ BlockLineReader::BlockLineReader(QIODevice &device, qsizetype blockSize)
     : m_device(device)
     , m_blockSize(qMax<qsizetype>(blockSize, 1))
 {
+    m_buffer.reserve(2 * m_blockSize);
 }
 
 bool BlockLineReader::Fill()
 {
-    m_buffer.remove(0, m_end);
+    // The carried-over tail moves to the front by hand: the buffer keeps its capacity, where
+    // remove() followed by resize() would reallocate for every block.
+    const qsizetype tail = m_buffer.size() - m_end;
+    if (tail > 0 && m_end > 0)
+        std::memmove(m_buffer.data(), m_buffer.constData() + m_end, size_t(tail));
+    m_buffer.resize(tail);
     m_pos = 0;
     m_end = 0;
     while (!m_inputEnded) {

@@ -6,10 +6,12 @@
 #include "frame/paths.h"
 #include "frame/registry.h"
 #include "frame/tempdir.h"
+#include "frame/messages.h"
 #include "pds/messages.h"
 #include "pds/queryimport.h"
 #include "pds/scratchfiles.h"
 #include "pds/sqlitedb.h"
+#include "pds/textfilequery.h"
 
 #include <QRegularExpression>
 
@@ -138,6 +140,17 @@ void CRIS::SetRISPath(const QString &path)
     });
 }
 
+void CheckRISSelect(const QString &schema, const QString &sql)
+{
+    if (schema.trimmed().isEmpty())
+        Raise(msg::SchemaNotDefined);
+    if (sql.trimmed().isEmpty())
+        Raise(msg::SqlNotDefined);
+    // InStr of "SELECT" must be 1: leading blanks make a statement that RIS refuses.
+    if (sql.toUpper().indexOf(QLatin1String("SELECT")) != 0)
+        Raise(msg::OnlySelectQueries, {sql});
+}
+
 ParsedSQL ParseSQL(const QString &sql)
 {
     return Frame("CRIS::ParseSQL", [&] {
@@ -177,20 +190,10 @@ QString CRIS::Extract2File(const QString &sql, const QString &schema, QString *r
             return textFile;
         }
         const ParsedSQL parsed = ParseSQL(sql);
-        ScratchFile dump(RISUnload(schema, tempDir, parsed.table));
+        const ScratchFile dump(RISUnload(schema, tempDir, parsed.table));
         const QString textFile = RISDumpParse(dump.Path(), schema, parsed.table);
-        if (rewrittenSql) {
-            const QString over = QStringLiteral("FROM [") + GetFileNameOfPath(textFile) + QStringLiteral("] AS [")
-                                 + parsed.table + QLatin1Char(']');
-            static const QRegularExpression from(QStringLiteral("(^|\\s)FROM\\s"),
-                                                 QRegularExpression::CaseInsensitiveOption);
-            const QRegularExpressionMatch match = from.match(sql);
-            const qsizetype fromAt = match.capturedStart() + match.capturedLength(1);
-            if (fromAt > 0)
-                *rewrittenSql = sql.left(fromAt) + over + parsed.rest;
-            else
-                *rewrittenSql = QStringLiteral("SELECT * ") + over + QLatin1Char(';');
-        }
+        if (rewrittenSql)
+            *rewrittenSql = TextFileSelect(sql, parsed.table, textFile);
         return textFile;
     });
 }
@@ -199,19 +202,16 @@ Recordset CRIS::DBRead(const QString &schema, const QString &sql)
 {
     return Frame("CRIS::DBRead", [&] {
         const DBConType kind = GetDBConType();
-        if (kind == DBConType::RIS && schema.trimmed().isEmpty())
-            Raise(msg::SchemaNotDefined);
-        if (sql.trimmed().isEmpty())
-            Raise(msg::SqlNotDefined);
         if (kind != DBConType::RIS) {
+            if (sql.trimmed().isEmpty())
+                Raise(msg::SqlNotDefined);
             SchemaConnection &connection = Connection();
             connection.UseSchema(schema, false);
             return connection.Read(sql);
         }
-        if (!sql.trimmed().toUpper().startsWith(QLatin1String("SELECT")))
-            Raise(msg::OnlySelectQueries, {sql});
+        CheckRISSelect(schema, sql);
         QString rewritten;
-        const ScratchTextTable text(Extract2File(sql, schema, &rewritten));
+        const TextFileScratch text(Extract2File(sql, schema, &rewritten));
         const LanguageSettingsScope numbers(*this);
         return ReadTextTable(text.Path(), rewritten);
     });
@@ -298,7 +298,7 @@ void CRIS::DBImport2Access(const QString &database, const QString &table, const 
             return;
         }
         QString rewritten;
-        const ScratchTextTable text(Extract2File(sql, schema, &rewritten));
+        const TextFileScratch text(Extract2File(sql, schema, &rewritten));
         const LanguageSettingsScope numbers(*this);
         ImportTextTable(text.Path(), rewritten, database, table);
     });

@@ -175,6 +175,13 @@ struct ParsedSQL
 };
 ParsedSQL ParseSQL(const QString &sql);
 
+struct RISDumpColumn;
+/// A dump column as the catalog would describe it: its declared type and the ADO type it maps to.
+ColumnDescription DescribeRISColumn(const RISDumpColumn &column);
+
+/// The checks of a read through RIS: a schema, a statement, and nothing but a SELECT.
+void CheckRISSelect(const QString &schema, const QString &sql);
+
 /// The statement risbatch runs to create one schema on an Oracle or SQL Server database.
 QString RISCreateSchemaStatement(const QString &schema, const QString &dbType, const QString &database,
                                  const QString &server, const QString &host, const QString &folder,

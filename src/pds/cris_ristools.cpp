@@ -11,11 +11,14 @@
 #include "frame/paths.h"
 #include "frame/registry.h"
 #include "frame/windows1252.h"
+#include "pds/adotypes.h"
 #include "pds/messages.h"
+#include "pds/risdumpparse.h"
 #include "pds/risdumpreader.h"
 #include "pds/scratchfiles.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 namespace fx {
 
@@ -91,6 +94,31 @@ QString ValueAfterLabel(const QString &output, const QString &label)
 }
 
 } // namespace
+
+ColumnDescription DescribeRISColumn(const RISDumpColumn &column)
+{
+    ColumnDescription description{column.name, column.type, adotype::VarChar, 0};
+    static const QRegularExpression sized(QStringLiteral("\\((\\d+)"));
+    const QRegularExpressionMatch size = sized.match(column.type);
+    // Searched in this order, as the dump types are: "char" before "int" finds "char(8)".
+    if (column.type.contains(QLatin1String("char")))
+        description.size = size.hasMatch() ? size.captured(1).toLongLong() : 1;
+    else if (column.type.contains(QLatin1String("smallint")))
+        description.adoType = adotype::SmallInt;
+    else if (column.type.contains(QLatin1String("int")))
+        description.adoType = adotype::Integer;
+    else if (column.type.contains(QLatin1String("decimal")))
+        description.adoType = adotype::Numeric;
+    else if (column.type.contains(QLatin1String("real")))
+        description.adoType = adotype::Single;
+    else if (column.type.contains(QLatin1String("double")))
+        description.adoType = adotype::Double;
+    else if (column.type.contains(QLatin1String("timestamp")))
+        description.adoType = adotype::DBTimeStamp;
+    else
+        description.adoType = adotype::LongVarChar;
+    return description;
+}
 
 QString CRIS::FindRISPath()
 {
@@ -201,7 +229,10 @@ QList<ColumnDescription> CRIS::RISGetCols(const QString &schema, const QString &
         if (table.trimmed().isEmpty())
             Raise(msg::TableNameNotDefined);
         const ScratchFile dump(RISUnload(schema, GetTempDir(), table, QString(), RISDumpForm::Fixed, false));
-        return RisDumpTableColumns(dump.Path(), schema, table);
+        QList<ColumnDescription> columns;
+        for (const RISDumpColumn &column : risdump::RISDumpGetColumns(dump.Path(), schema, table))
+            columns << DescribeRISColumn(column);
+        return columns;
     });
 }
 
@@ -233,7 +264,7 @@ QString CRIS::RISUnload(const QString &schema, const QString &targetFolder, cons
             RISGetError(log.Path());
         if (DumpSchema(*this, arrived.first()).isEmpty()) {
             DeleteFileA(dump, false);
-            Raise(msg::RisDumpHeaderMissing);
+            Raise(msg::IncorrectRISDumpFormat);
         }
         return dump;
     });

@@ -15,7 +15,6 @@ inline constexpr char DatabaseFileNotExists[] = "Database file '%0%' not exists"
 inline constexpr char DatabaseServerNotDefined[] = "Database server name not defined";
 inline constexpr char DatabaseUserNotDefined[] = "Database user name not defined";
 inline constexpr char CrisTempDirMissing[] = "TEMP directory not defined or not existing. Please first set operating system environment variable TEMP to correct folder";
-inline constexpr char DirectoryWriteDenied[] = "Directory '%0%': write permission denied";
 inline constexpr char RisbatchClientNotFound[] = "RIS client (risbatch) not found in '%0%'";
 inline constexpr char RisunlodClientNotFound[] = "RIS client (risunlod) not found in '%0%'";
 inline constexpr char RisClientNotInstalled[] = "RIS client not found or not correctly installed";
@@ -36,7 +35,6 @@ inline constexpr char ToolMessage[] = "%0%";
 inline constexpr char DirectoryNotExistsColon[] = "Directory: '%0%' not exists";
 inline constexpr char RisDumpNotExists[] = "RIS dump file: '%0%' not exists";
 inline constexpr char SchemaNameNotFound[] = "Schema name not found";
-inline constexpr char RisDumpHeaderMissing[] = "Incorrect RIS dump file format";
 inline constexpr char BeginOfBadFile[] = "Begin of RIS bad file";
 inline constexpr char EndOfBadFile[] = "End of RIS bad file";
 inline constexpr char RisLoadRowsRejected[] = "Loading RIS dump file '%0%' failed: rows rejected (see bad file '%1%')";
@@ -68,5 +66,24 @@ inline constexpr char JetTypeMismatch[] = "Type mismatch";
 inline constexpr char JetOverflow[] = "Overflow";
 inline constexpr char JetInvalidArgument[] = "Invalid procedure call or argument";
 inline constexpr char JetWrongArgumentCount[] = "Wrong number of arguments used with function in query expression";
+
+// RIS dumps, Schema.ini and text files
+inline constexpr char RISDumpFileNotFound[] = "RIS dump file '%0%' not found";
+inline constexpr char RISDumpFileColonNotFound[] = "RIS dump file: '%0%' not found";
+inline constexpr char SchemaNotInDumpFile[] = "Schema '%0%' not found in dump file '%1%'";
+inline constexpr char SchemaNameNotInDumpFile[] = "Schema name not found in dump file: '%0%'";
+inline constexpr char TableNotInDumpFile[] = "Table '%0%' (schema '%1%') not found in dump file '%2%'";
+inline constexpr char IncorrectRISDumpFormat[] = "Incorrect RIS dump file format";
+inline constexpr char NoColumnsInTable[] = "No columns in table: '%0%' found";
+inline constexpr char ColumnsWidthNotDefined[] = "Columns width of table: '%0%' not defined";
+inline constexpr char EndOfTableNotFound[] = "Incorrect RIS dump file: '***RIS*** End of Table ***RIS***' not found";
+inline constexpr char ColumnTypeNotFound[] = "Type of column: '%0%' not found";
+inline constexpr char ColumnWidthNotFound[] = "Width of column: '%0%' not found";
+inline constexpr char ColumnWidthNotCorrect[] = "Width ('%0%', '%1%') for column: '%2%' not correct";
+inline constexpr char AccessDatabaseColonNotExists[] = "Access Database: '%0%' not exists";
+inline constexpr char SchemaIniSectionNotFound[] = "Section '%0%' not found in '%1%'";
+inline constexpr char TextFileFormatNotSupported[] = "Format '%0%' of text file '%1%' not supported";
+inline constexpr char TextFileColumnTypeNotSupported[] = "Type '%0%' of column '%1%' in '%2%' not supported";
+inline constexpr char TextFileNotInStatement[] = "Text file '%0%' not found in statement '%1%'";
 
 } // namespace fx::msg

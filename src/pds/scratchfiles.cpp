@@ -1,8 +1,7 @@
 #include "pds/scratchfiles.h"
 
 #include "frame/fileops.h"
-#include "frame/inifile.h"
-#include "frame/paths.h"
+#include "pds/schemaini.h"
 
 #include <QRandomGenerator>
 
@@ -28,19 +27,23 @@ ScratchFile::~ScratchFile()
         DeleteFileA(m_path, false);
 }
 
-ScratchTextTable::ScratchTextTable(QString textFile)
+TextFileScratch::TextFileScratch(QString textFile)
     : m_path(std::move(textFile))
 {
 }
 
-ScratchTextTable::~ScratchTextTable()
+TextFileScratch::~TextFileScratch()
 {
     if (m_path.isEmpty())
         return;
     DeleteFileA(m_path, false);
-    const QString schemaIni = GetFolderOfPath(m_path) + QStringLiteral("Schema.ini");
-    if (IsFileExists(schemaIni))
-        IniFile::Write(schemaIni, GetFileNameOfPath(m_path), std::nullopt, std::nullopt);
+    if (IsFileExists(SchemaIniPath(m_path)))
+        RemoveSchemaIniSection(m_path);
+}
+
+QString TextFileScratch::Keep()
+{
+    return std::exchange(m_path, QString());
 }
 
 } // namespace fx

@@ -29,15 +29,19 @@ private:
     QString m_path;
 };
 
-/// A text file with its section in the Schema.ini beside it; both go when this goes.
-class ScratchTextTable
+/// A text file in a temporary folder and its Schema.ini section: both are removed when it goes,
+/// unless Keep() was called.
+class TextFileScratch
 {
 public:
-    explicit ScratchTextTable(QString textFile);
-    ScratchTextTable(const ScratchTextTable &) = delete;
-    ScratchTextTable &operator=(const ScratchTextTable &) = delete;
-    ~ScratchTextTable();
+    explicit TextFileScratch(QString textFile = QString());
+    TextFileScratch(const TextFileScratch &) = delete;
+    TextFileScratch &operator=(const TextFileScratch &) = delete;
+    ~TextFileScratch();
+
     const QString &Path() const { return m_path; }
+    /// Leaves the file and its section in place; gives the file.
+    QString Keep();
 
 private:
     QString m_path;

@@ -1,5 +1,7 @@
 #include "pds/schemaini.h"
 
+#include "frame/fileops.h"
+
 #include "frame/failure.h"
 #include "frame/inifile.h"
 #include "frame/paths.h"
@@ -122,7 +124,11 @@ TextFileFormat ReadSchemaIni(const QString &textFile)
 
 void RemoveSchemaIniSection(const QString &textFile)
 {
-    IniFile::Write(SchemaIniPath(textFile), GetFileNameOfPath(textFile), std::nullopt, std::nullopt);
+    const QString schemaIni = SchemaIniPath(textFile);
+    IniFile::Write(schemaIni, GetFileNameOfPath(textFile), std::nullopt, std::nullopt);
+    // The last text file gone, the Schema.ini has nothing more to describe.
+    if (IniFile::SectionNames(schemaIni).isEmpty())
+        DeleteFileA(schemaIni, false);
 }
 
 } // namespace fx

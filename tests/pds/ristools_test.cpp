@@ -4,7 +4,9 @@
 #include "frame/log.h"
 #include "frame/messages.h"
 #include "pds/cris.h"
+#include "pds/localdb.h"
 #include "pds/messages.h"
+#include "pds/sqlitedb.h"
 
 #include "support/failures.h"
 #include "support/sandbox.h"
@@ -182,6 +184,33 @@ TEST_F(RisTools, unload_names_all_tables_when_none_are_given_and_fails_without_a
     Answer(u"risunlod.log"_s, kErrorBox);
     EXPECT_TRUE(fxtest::FailureText([&] { cris.RISUnload(u"pd_demo"_s, box.Temp()); })
                     .contains(u"RIS_E_UNKNOWN_RELATION"_s));
+}
+
+TEST_F(RisTools, a_select_through_ris_reads_the_unloaded_table_and_imports_it_into_the_store)
+{
+    Answer(u"risunlod.answer"_s, "default schema pd_demo\n"
+                                 "create table pdtable_111 (discipline_indx_no smallint, discipline_name char(20), remark char(8))\n"
+                                 "insert into pdtable_111 (discipline_indx_no, discipline_name, remark) values (?, ?, ?)\n"
+                                 "discipline_indx_no 1 6 discipline_name 8 27 remark 29 36 \n"
+                                 "1      Piping                        \n"
+                                 "2      Equipment            A1       \n"
+                                 "***RIS*** End of Table ***RIS***\n***RIS*** End of Schema ***RIS***\n");
+    const Recordset rows =
+        cris.DBRead(u"pd_demo"_s, u"SELECT discipline_name, remark FROM pdtable_111 WHERE discipline_indx_no = 2;"_s);
+    ASSERT_EQ(rows.RecordCount(), 1);
+    EXPECT_EQ(rows.Value(0, u"discipline_name"_s).toString(), u"Equipment"_s);
+    EXPECT_EQ(rows.Value(0, u"remark"_s).toString(), u"A1"_s);
+    EXPECT_TRUE(Calls().last().endsWith(u" -s pd_demo table with data pdtable_111"_s)) << Calls().last().toStdString();
+
+    const QString store = box.Root() + u"store.db"_s;
+    ASSERT_TRUE(CreateMDB(store));
+    cris.DBImport2Access(store, u"pdtable_111"_s, u"SELECT * FROM pdtable_111"_s, u"pd_demo"_s);
+    const Recordset imported = SqliteDb(store).Read(u"SELECT discipline_indx_no, remark FROM pdtable_111 ORDER BY 1"_s);
+    ASSERT_EQ(imported.RecordCount(), 2);
+    EXPECT_EQ(imported.Value(1, 0).toLongLong(), 2);
+    EXPECT_TRUE(imported.Value(0, 1).isNull());
+    // Nothing of the route is left in the gateway's folder.
+    EXPECT_EQ(QDir(cris.GetTempDir()).entryList(QDir::Files), QStringList());
 }
 
 TEST_F(RisTools, a_load_with_rejected_rows_fails_and_shows_them_between_banners_in_the_log)

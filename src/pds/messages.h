@@ -40,6 +40,7 @@ inline constexpr char EndOfBadFile[] = "End of RIS bad file";
 inline constexpr char RisLoadRowsRejected[] = "Loading RIS dump file '%0%' failed: rows rejected (see bad file '%1%')";
 inline constexpr char RisCleanFailed[] = "risclnsr failed";
 inline constexpr char DbTypeIncorrect[] = "DB type is incorrect";
+inline constexpr char UnknownDatabaseType[] = "Unknown project database type '%0%'";
 inline constexpr char SchemaCountMismatch[] = "Schema count does not match user or password count";
 
 // The SQL kinds of the project schema (ODBC, embedded SQLite) and their database users

@@ -3,6 +3,7 @@
 #include "frame/settings.h"
 #include "pds/cris.h"
 #include "pds/messages.h"
+#include "pds/projectdatabase.h"
 
 #include "support/failures.h"
 #include "support/sandbox.h"
@@ -72,4 +73,27 @@ TEST(CRIS, number_separators_are_set_for_the_work_and_restored_after_it)
     cris.RestoreLanguageSettings();
     EXPECT_EQ(GetIniValue(registry, u"Control Panel\\International"_s, u"sDecimal"_s), u","_s);
     EXPECT_EQ(GetIniValue(registry, u"Control Panel\\International"_s, u"sThousand"_s), u"."_s);
+}
+
+TEST(ProjectDatabase, the_user_config_file_names_the_kind_and_without_it_the_project_is_on_ris)
+{
+    fxtest::Sandbox box;
+    const QString config = box.WriteFile(u"user.ini"_s, "[PLANTDatabase]\nType=SQLite\nPath=/srv/schemas\n"
+                                                        "[PGDatabase]\nType=3\nServer=db:5433\nDatabase=pds\n"
+                                                        "User=rev\nPassword=it's\n[BADDatabase]\nType=Access\n");
+    const ProjectDatabase plant = GetProjectDatabase(config, u"PLANT"_s);
+    EXPECT_EQ(plant.type, DBConType::SQLite);
+    EXPECT_EQ(plant.path, u"/srv/schemas"_s);
+    const ProjectDatabase pg = GetProjectDatabase(config, u"pg"_s);
+    EXPECT_EQ(pg.type, DBConType::PostgreSQL);
+    EXPECT_EQ(pg.server + u'|' + pg.database + u'|' + pg.user + u'|' + pg.password, u"db:5433|pds|rev|it's"_s);
+    EXPECT_EQ(GetProjectDatabase(config, u"OTHER"_s).type, DBConType::RIS);
+    EXPECT_EQ(fxtest::FailureText([&] { GetProjectDatabase(config, u"BAD"_s); }),
+              u"GetProjectDatabase: "_s + ArgForm(msg::UnknownDatabaseType, {u"Access"_s}));
+
+    CRIS cris;
+    ProjectDatabase here = plant;
+    here.path = box.Root();
+    UseProjectDatabase(cris, here);
+    EXPECT_EQ(cris.GetDBConType(), DBConType::SQLite);
 }

@@ -200,6 +200,10 @@ QString SQLServerAdminString(const QString &server, const QString &user, const Q
 /// The query that lists the databases of a SQL Server, by name.
 QString SQLServerDatabasesQuery();
 
+/// A schema, table or user name as RIS takes it, bare in its statements and on the tools'
+/// command lines: letters, digits, "_", "#" and "." only, else raises.
+QString RISName(const QString &name);
+
 /// The statement risbatch runs to create one schema on an Oracle or SQL Server database.
 QString RISCreateSchemaStatement(const QString &schema, const QString &dbType, const QString &database,
                                  const QString &server, const QString &host, const QString &folder,

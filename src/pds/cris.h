@@ -136,6 +136,15 @@ public:
     bool IsSQLUserExists(const QString &server, const QString &adminUser, const QString &adminPassword,
                          const QString &user);
 
+    // --- the lists of the options dialog (cris_serverlists.cpp)
+    /// The net service names of the tnsnames.ora found through TNS_ADMIN, else
+    /// ORACLE_HOME/network/admin; empty when there is none.
+    QStringList GetTNSNames();
+    /// The SQL Server aliases registered for the client on this machine.
+    QStringList GetRegisteredSQLServers();
+    /// The databases of a SQL Server, read through a login to its master database.
+    QStringList GetSQLServerDatabases(const QString &server, const QString &user, const QString &password);
+
 private:
     // Kind 0 pieces (cris.cpp, cris_ristools.cpp)
     void RISWrite(const QString &schema, const QString &sql, bool commit);
@@ -181,6 +190,19 @@ ColumnDescription DescribeRISColumn(const RISDumpColumn &column);
 
 /// The checks of a read through RIS: a schema, a statement, and nothing but a SELECT.
 void CheckRISSelect(const QString &schema, const QString &sql);
+
+/// The net service names defined in a tnsnames.ora text, following its IFILE includes.
+QStringList TNSNamesOfFile(const QString &file);
+
+/// The connection string of a SQL Server login to its master database.
+QString SQLServerAdminString(const QString &server, const QString &user, const QString &password);
+
+/// The query that lists the databases of a SQL Server, by name.
+QString SQLServerDatabasesQuery();
+
+/// A schema, table or user name as RIS takes it, bare in its statements and on the tools'
+/// command lines: letters, digits, "_", "#" and "." only, else raises.
+QString RISName(const QString &name);
 
 /// The statement risbatch runs to create one schema on an Oracle or SQL Server database.
 QString RISCreateSchemaStatement(const QString &schema, const QString &dbType, const QString &database,

@@ -66,10 +66,43 @@ QString ToolTableList(const QString &tables)
     QStringList names;
     for (const QString &name : tables.split(QLatin1Char(';'))) {
         if (!name.trimmed().isEmpty())
-            names << name.trimmed();
+            names << RISName(name);
     }
     return names.isEmpty() ? QStringLiteral("all") : names.join(QLatin1Char(' '));
 }
+
+// The command line is read by /bin/sh: within double quotes it still reads these four.
+QString ShellDoubleQuoted(const QString &text)
+{
+    QString escaped;
+    for (const QChar ch : text) {
+        if (ch == QLatin1Char('"') || ch == QLatin1Char('$') || ch == QLatin1Char('`') || ch == QLatin1Char('\\'))
+            escaped += QLatin1Char('\\');
+        escaped += ch;
+    }
+    return QLatin1Char('"') + escaped + QLatin1Char('"');
+}
+
+// A value put bare into a risbatch statement must not end it; `shown` is what the failure tells.
+QString RISStatementValue(const QString &value, const QString &shown)
+{
+    if (value.contains(QLatin1Char(';')) || value.contains(QLatin1Char('\r')) || value.contains(QLatin1Char('\n')))
+        Raise(msg::InvalidDatabaseName, {shown});
+    return value;
+}
+
+} // namespace
+
+QString RISName(const QString &name)
+{
+    static const QRegularExpression plain(QStringLiteral("^[A-Za-z_][A-Za-z0-9_#.]*$"));
+    const QString trimmed = name.trimmed();
+    if (!plain.match(trimmed).hasMatch())
+        Raise(msg::InvalidDatabaseName, {name});
+    return trimmed;
+}
+
+namespace {
 
 // The schema named by a dump's header line, lower-cased; empty if it has none.
 QString DumpSchema(CRIS &cris, const QString &dumpFile)
@@ -167,7 +200,7 @@ void CRIS::RISWrite(const QString &schema, const QString &sql, bool commit)
     Frame("CRIS::RISWrite", [&] {
         QString input;
         if (!schema.isEmpty())
-            input += QStringLiteral("default schema ") + schema + QStringLiteral(";\r\n");
+            input += QStringLiteral("default schema ") + RISName(schema) + QStringLiteral(";\r\n");
         input += sql;
         if (!sql.endsWith(QLatin1Char(';')))
             input += QLatin1Char(';');
@@ -247,14 +280,14 @@ QString CRIS::RISUnload(const QString &schema, const QString &targetFolder, cons
         QString tableList = ToolTableList(tables);
         // The tool takes the condition as part of the table item; quoted, it stays one argument.
         if (!where.trimmed().isEmpty())
-            tableList = QLatin1Char('"') + tableList + QStringLiteral(" where ") + where + QLatin1Char('"');
+            tableList = ShellDoubleQuoted(tableList + QStringLiteral(" where ") + where);
         const QString dump = dumpFile.isEmpty()
                                  ? AddBackslash(targetFolder) + RandomScratchName() + QStringLiteral(".dmp")
                                  : dumpFile;
         const ScratchFile log(GetTempDir() + RandomScratchName() + QStringLiteral(".log"));
         DeleteFileA(dump);
         QString command = QuotePath(ToolPath("risunlod")) + QStringLiteral(" -m w -o ") + QuotePath(dump)
-                          + QStringLiteral(" -f ") + QuotePath(log.Path()) + QStringLiteral(" -s ") + schema
+                          + QStringLiteral(" -f ") + QuotePath(log.Path()) + QStringLiteral(" -s ") + RISName(schema)
                           + QStringLiteral(" table ");
         if (withData)
             command += form == RISDumpForm::Variable ? QStringLiteral("with variable data ") : QStringLiteral("with data ");
@@ -291,7 +324,7 @@ void CRIS::RISLoad(const QString &dumpFile, const QString &schema, const QString
         const QString command = QuotePath(ToolPath("rislod")) + QStringLiteral(" -m w -i ") + QuotePath(dumpFile)
                                 + QStringLiteral(" -l ") + QuotePath(log) + QStringLiteral(" -b ")
                                 + QuotePath(bad.Path()) + QStringLiteral(" -c ") + QString::number(commitInterval)
-                                + QStringLiteral(" -s ") + target
+                                + QStringLiteral(" -s ") + RISName(target)
                                 + (mode == RISLoadMode::Clear ? QStringLiteral(" clear") : QStringLiteral(" new"))
                                 + QStringLiteral(" table with data ") + tableList;
         RunTool(command, {log, bad.Path()}, msg::RislodNotFound, GetRISPath());
@@ -310,7 +343,7 @@ void CRIS::RISClean(const QString &schema)
         if (schema.trimmed().isEmpty())
             Raise(msg::SchemaNotDefined);
         const ScratchFile output(GetTempDir() + RandomScratchName() + QStringLiteral(".out"));
-        const QString command = QuotePath(ToolPath("risclnsr")) + QLatin1Char(' ') + schema;
+        const QString command = QuotePath(ToolPath("risclnsr")) + QLatin1Char(' ') + RISName(schema);
         ExecA(command, output.Path(), 0, nullptr, true);
         if (!IsFileExists(output.Path()) || GetFileSize(output.Path()) == 0)
             Raise(msg::RisclnsrNotFound, {GetRISPath()});
@@ -393,14 +426,16 @@ QString RISCreateSchemaStatement(const QString &schema, const QString &dbType, c
                                  const QString &server, const QString &host, const QString &folder,
                                  const QString &user, const QString &password)
 {
-    QString statement = QStringLiteral("CREATE SCHEMA ") + schema + QStringLiteral(" ON DATABASE (") + dbType;
+    const QString name = RISName(schema);
+    const QString login = RISName(user);
+    QString statement = QStringLiteral("CREATE SCHEMA ") + name + QStringLiteral(" ON DATABASE (") + dbType;
     if (dbType == QLatin1String("MSSQL"))
-        statement += QStringLiteral(", DBNAME ") + database;
-    statement += QStringLiteral(", OSUSER ") + user + QStringLiteral(", DIR ") + folder
-                 + QStringLiteral(", OSTYPE NT, option (dsquery=") + server + QStringLiteral("), REMOTE (TCP ") + host
-                 + QStringLiteral(")) USER ") + user;
+        statement += QStringLiteral(", DBNAME ") + RISStatementValue(database, database);
+    statement += QStringLiteral(", OSUSER ") + login + QStringLiteral(", DIR ") + RISStatementValue(folder, folder)
+                 + QStringLiteral(", OSTYPE NT, option (dsquery=") + RISStatementValue(server, server)
+                 + QStringLiteral("), REMOTE (TCP ") + RISStatementValue(host, host) + QStringLiteral(")) USER ") + login;
     if (!password.isEmpty())
-        statement += QLatin1Char('.') + password;
+        statement += QLatin1Char('.') + RISStatementValue(password, QStringLiteral("*****"));
     return statement;
 }
 
@@ -409,7 +444,7 @@ void CRIS::RISDropSchema(const QStringList &schemas)
     Frame("CRIS::RISDropSchema", [&] {
         QString statements;
         for (const QString &schema : schemas)
-            statements += QStringLiteral("DROP SCHEMA ") + schema + QStringLiteral(" FORCE;\r\n");
+            statements += QStringLiteral("DROP SCHEMA ") + RISName(schema) + QStringLiteral(" FORCE;\r\n");
         RunRISBatch(statements + QStringLiteral("quit;"));
     });
 }

@@ -30,13 +30,6 @@ QString OracleAdminString(const QString &server, const QString &user, const QStr
     return OracleConnectionString(ConfiguredOdbcDriver(configkey::OracleDriver), server, user, password);
 }
 
-// Logins live on the server; the administrator's statements start in its master database.
-QString SQLServerAdminString(const QString &server, const QString &user, const QString &password)
-{
-    return SQLServerConnectionString(ConfiguredOdbcDriver(configkey::SQLServerDriver), server,
-                                     QStringLiteral("master"), user, password);
-}
-
 // Runs the statements that `build` gives for each user with the password at the same place.
 template <typename Build>
 void CreateUsers(const QString &adminConnection, const QStringList &users, const QStringList &passwords, Build build)
@@ -51,6 +44,13 @@ void CreateUsers(const QString &adminConnection, const QStringList &users, const
 }
 
 } // namespace
+
+// Logins live on the server; the administrator's statements start in its master database.
+QString SQLServerAdminString(const QString &server, const QString &user, const QString &password)
+{
+    return SQLServerConnectionString(ConfiguredOdbcDriver(configkey::SQLServerDriver), server,
+                                     QStringLiteral("master"), user, password);
+}
 
 SchemaConnection &CRIS::Connection()
 {

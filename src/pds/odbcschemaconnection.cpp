@@ -53,7 +53,17 @@ QStringList OdbcSchemaConnection::Tables(const QString &schema)
 
 QList<ColumnDescription> OdbcSchemaConnection::Columns(const QString &schema, const QString &table)
 {
-    return m_connection.Columns(CatalogSchema(schema), m_kind == DBConType::Oracle ? table.toUpper() : table);
+    const QString catalogSchema = CatalogSchema(schema);
+    QList<ColumnDescription> columns =
+        m_connection.Columns(catalogSchema, m_kind == DBConType::Oracle ? table.toUpper() : table);
+    if (!columns.isEmpty())
+        return columns;
+    // The catalog matches names exactly; callers name tables in any case, as the servers' SQL lets them.
+    for (const QString &name : m_connection.Tables(catalogSchema)) {
+        if (name.compare(table, Qt::CaseInsensitive) == 0 && name != table)
+            return m_connection.Columns(catalogSchema, name);
+    }
+    return columns;
 }
 
 } // namespace fx

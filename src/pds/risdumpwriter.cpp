@@ -7,6 +7,7 @@
 #include "frame/textfiles.h"
 #include "frame/windows1252.h"
 #include "pds/adotypes.h"
+#include "pds/cris.h"
 #include "pds/messages.h"
 #include "pds/risdumpreader.h"
 #include "pds/sqlitedb.h"
@@ -177,12 +178,12 @@ QString RISDumpCreate(const QString &targetFolder, const QString &database, cons
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
             Raise(msg::FileWriteFailed, {path});
 
-        QByteArray out = ToWindows1252(QStringLiteral("default schema ") + schema.trimmed());
+        QByteArray out = ToWindows1252(QStringLiteral("default schema ") + RISName(schema));
         out += kLineEnd;
         for (const QString &table : tables.split(QLatin1Char(';'))) {
             if (table.trimmed().isEmpty())
                 Raise(msg::TableNameNotDefined);
-            WriteTable(db, table.trimmed(), where, file, out);
+            WriteTable(db, RISName(table), where, file, out);
         }
         out += kRISEndOfSchema;
         out += kLineEnd;

@@ -6,6 +6,8 @@
 #include "pds/adotypes.h"
 #include "pds/messages.h"
 
+#include <sqlite3.h>
+
 namespace fx {
 
 SqliteSchemaConnection::SqliteSchemaConnection(const QString &folder)
@@ -86,7 +88,12 @@ void SqliteSchemaConnection::ReadInSlices(const QString &sql, int sliceRows,
 
 void SqliteSchemaConnection::Execute(const QString &sql)
 {
-    Db().Execute(sql);
+    SqliteDb &db = Db();
+    // A write's closing "commit" finds each statement already committed on its own, as the
+    // servers do; SQLite alone would call that an error.
+    if (sql.trimmed().compare(QLatin1String("commit"), Qt::CaseInsensitive) == 0 && sqlite3_get_autocommit(db.Handle()))
+        return;
+    db.Execute(sql);
 }
 
 QStringList SqliteSchemaConnection::Tables(const QString &schema)

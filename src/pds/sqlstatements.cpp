@@ -4,7 +4,6 @@
 #include "pds/localdb.h"
 #include "pds/messages.h"
 #include "pds/odbc.h"
-#include "pds/tableimporter.h"
 
 #include <QRegularExpression>
 
@@ -27,6 +26,14 @@ QString OraclePassword(const QString &password)
     if (password.contains(QLatin1Char('"')) || password.isEmpty())
         Raise(msg::InvalidDatabaseName, {QStringLiteral("*****")});
     return QLatin1Char('"') + password + QLatin1Char('"');
+}
+
+// SQL Server's own brackets, where a "]" is doubled.
+QString SQLServerName(const QString &name)
+{
+    QString escaped = name;
+    escaped.replace(QLatin1Char(']'), QLatin1String("]]"));
+    return QLatin1Char('[') + escaped + QLatin1Char(']');
 }
 
 } // namespace
@@ -136,11 +143,11 @@ QString OracleUserExistsQuery(const QString &user)
 
 QStringList SQLServerCreateUserStatements(const QString &user, const QString &password, const QString &database)
 {
-    const QString login = BracketName(user);
+    const QString login = SQLServerName(user);
     QStringList statements{QStringLiteral("CREATE LOGIN ") + login + QStringLiteral(" WITH PASSWORD = N")
                            + DBQuote(password)};
     if (!database.trimmed().isEmpty())
-        statements << QStringLiteral("USE ") + BracketName(database);
+        statements << QStringLiteral("USE ") + SQLServerName(database);
     statements << QStringLiteral("CREATE USER ") + login + QStringLiteral(" FOR LOGIN ") + login
                << QStringLiteral("EXEC sp_addrolemember 'db_owner', N") + DBQuote(user);
     return statements;
@@ -148,7 +155,7 @@ QStringList SQLServerCreateUserStatements(const QString &user, const QString &pa
 
 QStringList SQLServerDropUserStatements(const QString &user)
 {
-    return {QStringLiteral("DROP LOGIN ") + BracketName(user)};
+    return {QStringLiteral("DROP LOGIN ") + SQLServerName(user)};
 }
 
 QString SQLServerUserExistsQuery(const QString &user)

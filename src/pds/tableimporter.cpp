@@ -17,9 +17,12 @@ bool IsLocalTableExists(SqliteDb &db, const QString &table)
 
 QString BracketName(const QString &name)
 {
+    if (!name.contains(QLatin1Char(']')))
+        return QLatin1Char('[') + name + QLatin1Char(']');
+    // SQLite's brackets have no escape for "]"; its standard double quotes have one.
     QString escaped = name;
-    escaped.replace(QLatin1Char(']'), QLatin1String("]]"));
-    return QLatin1Char('[') + escaped + QLatin1Char(']');
+    escaped.replace(QLatin1Char('"'), QLatin1String("\"\""));
+    return QLatin1Char('"') + escaped + QLatin1Char('"');
 }
 
 TableImporter::TableImporter(SqliteDb &db, const QString &table, const QList<RecordsetField> &fields)

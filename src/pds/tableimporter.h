@@ -45,7 +45,8 @@ private:
 /// True when the local store has a table of this name (compared without regard to case).
 bool IsLocalTableExists(SqliteDb &db, const QString &table);
 
-/// A name in brackets for a statement of the local store; a "]" in it is doubled.
+/// A name in brackets for a statement of the local store; a name holding "]" goes in double
+/// quotes instead, with any double quote doubled.
 QString BracketName(const QString &name);
 
 } // namespace fx

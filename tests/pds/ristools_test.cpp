@@ -282,3 +282,31 @@ TEST_F(RisTools, the_tools_are_found_through_the_registry_and_a_given_folder_mus
 }
 
 } // namespace
+
+TEST_F(RisTools, names_and_conditions_from_users_never_reach_the_shell_or_end_a_statement)
+{
+    Answer(u"risunlod.answer"_s, fxtest::Sandbox::ReadFile(Dump()));
+    const QString marker = box.Root() + u"marker"_s;
+    const QString condition = u"note = '$(touch "_s + marker + u")' and a = \"`x`\\"_s;
+    cris.RISUnload(u"pd_demo"_s, box.Temp(), u"pdtable_131"_s, condition);
+    EXPECT_TRUE(Calls().last().endsWith(u" table with data pdtable_131 where "_s + condition)) << Calls().last().toStdString();
+    EXPECT_FALSE(QFile::exists(marker));
+
+    const qsizetype calls = Calls().size();
+    const QString badSchema = u"pd_demo;touch "_s + marker;
+    EXPECT_EQ(fxtest::FailureText([&] { cris.RISUnload(badSchema, box.Temp()); }),
+              u"CRIS::RISUnload: "_s + ArgForm(msg::InvalidDatabaseName, {badSchema}));
+    EXPECT_EQ(fxtest::FailureText([&] { cris.RISUnload(u"pd_demo"_s, box.Temp(), u"t1;t2 $(x)"_s); }),
+              u"CRIS::RISUnload: "_s + ArgForm(msg::InvalidDatabaseName, {u"t2 $(x)"_s}));
+    EXPECT_FALSE(fxtest::FailureText([&] { cris.RISClean(u"pd x"_s); }).isEmpty());
+    EXPECT_EQ(Calls().size(), calls);
+    EXPECT_FALSE(QFile::exists(marker));
+
+    // risbatch reads statements up to ";": a name may not smuggle in another one.
+    EXPECT_EQ(fxtest::FailureText([&] { cris.DBWrite(u"pd_a;drop schema pd_b"_s, u"delete from t"_s); }),
+              u"CRIS:DBWrite: CRIS::RISWrite: "_s + ArgForm(msg::InvalidDatabaseName, {u"pd_a;drop schema pd_b"_s}));
+    const QString secret = fxtest::FailureText([&] {
+        cris.RISCreateSchema({u"pd_a"_s}, u"ORACLE"_s, {}, u"SRV"_s, u"h"_s, u"c:\\ris"_s, {u"u"_s}, {u"pw;quit"_s});
+    });
+    EXPECT_EQ(secret, u"CRIS::RISCreateSchema: "_s + ArgForm(msg::InvalidDatabaseName, {u"*****"_s}));
+}

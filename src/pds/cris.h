@@ -82,12 +82,13 @@ public:
     /// schema or "all", the dump's own schema. The tool's log goes to `logFile` when given.
     void RISLoad(const QString &dumpFile, const QString &schema, const QString &tables = QStringLiteral("all"),
                  RISLoadMode mode = RISLoadMode::Clear, int commitInterval = 100,
-                 const QString &logFile = QString());
+                 const QString &logFile = QString(), bool indexesAndGrants = true);
     /// Unloads `tables` (names separated by ";", empty for all) with their data into a new
-    /// dump file in `targetFolder`, or into `dumpFile` when given; gives the dump's path.
+    /// dump file in `targetFolder`, or into `dumpFile` when given; gives the dump's path. With
+    /// `indexesAndGrants`, the views, indexes and grants go into the dump too.
     QString RISUnload(const QString &schema, const QString &targetFolder, const QString &tables = QString(),
                       const QString &where = QString(), RISDumpForm form = RISDumpForm::Fixed,
-                      bool withData = true, const QString &dumpFile = QString());
+                      bool withData = true, const QString &dumpFile = QString(), bool indexesAndGrants = false);
     void RISClean(const QString &schema);
     /// Creates one schema for each of `schemas` with the user and password at the same place;
     /// `dbType` is "ORACLE" or "MSSQL".

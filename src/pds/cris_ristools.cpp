@@ -26,6 +26,9 @@ namespace {
 
 const QString kRisKey = QStringLiteral("Software\\Intergraph\\RIS");
 
+// The words after the table list that bring views, indexes and grants along.
+constexpr char kIndexesAndGrants[] = " view all index  grant ";
+
 void WriteToolInput(const QString &path, const QString &text)
 {
     QFile file(path);
@@ -270,7 +273,8 @@ QList<ColumnDescription> CRIS::RISGetCols(const QString &schema, const QString &
 }
 
 QString CRIS::RISUnload(const QString &schema, const QString &targetFolder, const QString &tables,
-                        const QString &where, RISDumpForm form, bool withData, const QString &dumpFile)
+                        const QString &where, RISDumpForm form, bool withData, const QString &dumpFile,
+                        bool indexesAndGrants)
 {
     return Frame("CRIS::RISUnload", [&] {
         if (schema.trimmed().isEmpty())
@@ -292,6 +296,8 @@ QString CRIS::RISUnload(const QString &schema, const QString &targetFolder, cons
         if (withData)
             command += form == RISDumpForm::Variable ? QStringLiteral("with variable data ") : QStringLiteral("with data ");
         command += tableList;
+        if (indexesAndGrants)
+            command += kIndexesAndGrants;
         const QStringList arrived = RunTool(command, {dump}, msg::RisunlodNotFound, GetRISPath());
         if (IsFileExists(log.Path()))
             RISGetError(log.Path());
@@ -304,7 +310,7 @@ QString CRIS::RISUnload(const QString &schema, const QString &targetFolder, cons
 }
 
 void CRIS::RISLoad(const QString &dumpFile, const QString &schema, const QString &tables, RISLoadMode mode,
-                   int commitInterval, const QString &logFile)
+                   int commitInterval, const QString &logFile, bool indexesAndGrants)
 {
     Frame("CRIS::RISLoad", [&] {
         if (!IsFileExists(dumpFile))
@@ -326,7 +332,8 @@ void CRIS::RISLoad(const QString &dumpFile, const QString &schema, const QString
                                 + QuotePath(bad.Path()) + QStringLiteral(" -c ") + QString::number(commitInterval)
                                 + QStringLiteral(" -s ") + RISName(target)
                                 + (mode == RISLoadMode::Clear ? QStringLiteral(" clear") : QStringLiteral(" new"))
-                                + QStringLiteral(" table with data ") + tableList;
+                                + QStringLiteral(" table with data ") + tableList
+                                + (indexesAndGrants ? QString::fromLatin1(kIndexesAndGrants) : QString());
         RunTool(command, {log, bad.Path()}, msg::RislodNotFound, GetRISPath());
         if (IsFileExists(bad.Path()) && GetFileSize(bad.Path()) > 0) {
             WriteLogLine(Banner(QString::fromLatin1(msg::BeginOfBadFile)));

@@ -168,8 +168,9 @@ TEST_F(RisTools, unload_names_all_tables_when_none_are_given_and_fails_without_a
     EXPECT_TRUE(Calls().last().endsWith(u" -s pd_demo table with data all"_s)) << Calls().last().toStdString();
     EXPECT_TRUE(Calls().last().startsWith(u"risunlod -m w -o "_s + dump + u" -f "_s));
 
-    cris.RISUnload(u"pd_demo"_s, box.Temp(), u"pdtable_131;pdtable_132"_s, QString(), RISDumpForm::Variable);
-    EXPECT_TRUE(Calls().last().endsWith(u" table with variable data pdtable_131 pdtable_132"_s)) << Calls().last().toStdString();
+    cris.RISUnload(u"pd_demo"_s, box.Temp(), u"pdtable_131;pdtable_132"_s, QString(), RISDumpForm::Variable, true, {},
+                   true);
+    EXPECT_TRUE(Calls().last().endsWith(u" table with variable data pdtable_131 pdtable_132 view all index grant"_s)) << Calls().last().toStdString();
     cris.RISUnload(u"pd_demo"_s, box.Temp(), u"pdtable_131"_s, u"clash_id > 5"_s);
     EXPECT_TRUE(Calls().last().endsWith(u" table with data pdtable_131 where clash_id > 5"_s)) << Calls().last().toStdString();
 
@@ -218,13 +219,13 @@ TEST_F(RisTools, a_load_with_rejected_rows_fails_and_shows_them_between_banners_
     InitLog(u"test"_s, QString(), box.Temp() + u"fendrix.log"_s);
     const QString dump = Dump();
     cris.RISLoad(dump, QString(), u"all"_s);
-    EXPECT_TRUE(Calls().last().contains(u" -c 100 -s pd_demo clear table with data all"_s)) << Calls().last().toStdString();
+    EXPECT_TRUE(Calls().last().endsWith(u" -c 100 -s pd_demo clear table with data all view all index grant"_s)) << Calls().last().toStdString();
 
     Answer(u"rislod.bad"_s, "2      Equipment\n");
     const QString failure =
-        fxtest::FailureText([&] { cris.RISLoad(dump, u"pd_other"_s, u"pdtable_111"_s, RISLoadMode::New, 50); });
+        fxtest::FailureText([&] { cris.RISLoad(dump, u"pd_other"_s, u"pdtable_111"_s, RISLoadMode::New, 50, {}, false); });
     EXPECT_TRUE(failure.startsWith(u"CRIS::RISLoad: Loading RIS dump file '"_s)) << failure.toStdString();
-    EXPECT_TRUE(Calls().last().contains(u" -c 50 -s pd_other new table with data pdtable_111"_s)) << Calls().last().toStdString();
+    EXPECT_TRUE(Calls().last().endsWith(u" -c 50 -s pd_other new table with data pdtable_111"_s)) << Calls().last().toStdString();
     const QString log = QString::fromUtf8(fxtest::Sandbox::ReadFile(GetLogFile()));
     const qsizetype begin = log.indexOf(QString::fromLatin1(msg::BeginOfBadFile));
     const qsizetype row = log.indexOf(u"2      Equipment"_s);

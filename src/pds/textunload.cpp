@@ -3,11 +3,11 @@
 #include "frame/events.h"
 #include "frame/failure.h"
 #include "frame/fileops.h"
-#include "frame/inifile.h"
 #include "frame/paths.h"
 #include "frame/windows1252.h"
 #include "pds/adotypes.h"
 #include "pds/messages.h"
+#include "pds/schemaini.h"
 #include "pds/scratchfiles.h"
 
 #include <QDateTime>
@@ -47,32 +47,6 @@ QString FieldText(const QVariant &value)
     }
 }
 
-// Removes the text file and its Schema.ini section unless the unload got to the end.
-class UnloadGuard
-{
-public:
-    explicit UnloadGuard(QString textFile)
-        : m_textFile(std::move(textFile))
-    {
-    }
-    UnloadGuard(const UnloadGuard &) = delete;
-    UnloadGuard &operator=(const UnloadGuard &) = delete;
-    ~UnloadGuard()
-    {
-        if (m_kept)
-            return;
-        DeleteFileA(m_textFile, false);
-        const QString schemaIni = GetFolderOfPath(m_textFile) + QStringLiteral("Schema.ini");
-        if (IsFileExists(schemaIni))
-            IniFile::Write(schemaIni, GetFileNameOfPath(m_textFile), std::nullopt, std::nullopt);
-    }
-    void Keep() { m_kept = true; }
-
-private:
-    QString m_textFile;
-    bool m_kept = false;
-};
-
 } // namespace
 
 QString SchemaIniColumnType(int adoType, qint64 definedSize)
@@ -99,7 +73,7 @@ QString UnloadQueryToTextFile(SchemaConnection &connection, const QString &sql, 
         do
             path = AddBackslash(folder) + RandomScratchName() + QStringLiteral(".txt");
         while (IsFileExists(path));
-        UnloadGuard guard(path);
+        TextFileScratch guard(path);
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly))
             Raise(msg::FileWriteFailed, {path});
@@ -127,19 +101,12 @@ QString UnloadQueryToTextFile(SchemaConnection &connection, const QString &sql, 
             Raise(msg::FileWriteFailed, {path});
         file.close();
 
-        const QString name = GetFileNameOfPath(path);
-        std::vector<IniEdit> edits{{name, QStringLiteral("ColNameHeader"), QStringLiteral("False")},
-                                   {name, QStringLiteral("Format"), QStringLiteral("TabDelimited")},
-                                   {name, QStringLiteral("CharacterSet"), QStringLiteral("ANSI")}};
-        for (qsizetype i = 0; i < fields.size(); ++i)
-            edits.push_back({name, QStringLiteral("Col") + QString::number(i + 1),
-                             fields.at(i).name + QLatin1Char(' ')
-                                 + SchemaIniColumnType(fields.at(i).type, fields.at(i).definedSize)});
-        const QString schemaIni = AddBackslash(folder) + QStringLiteral("Schema.ini");
-        if (!IniFile::Write(schemaIni, edits))
-            Raise(msg::FileWriteFailed, {schemaIni});
-        guard.Keep();
-        return path;
+        TextFileFormat format;
+        format.delimiter = '\t';
+        for (const RecordsetField &field : fields)
+            format.columns.append({field.name, SchemaIniColumnType(field.type, field.definedSize)});
+        WriteSchemaIni(path, format);
+        return guard.Keep();
     });
 }
 

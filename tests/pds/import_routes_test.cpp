@@ -1,6 +1,7 @@
 // The same table brought into the local store by every route the gateway has: from an SQLite
 // schema and from PostgreSQL through DBImport2Access, and from a dump through RISDumpImport2Access.
 
+#include "pds/adotypes.h"
 #include "pds/cris.h"
 #include "pds/localdb.h"
 #include "pds/sqlitedb.h"
@@ -51,6 +52,17 @@ void ExpectSameRows(SqliteDb &db, const QString &a, const QString &b)
     EXPECT_EQ(count(u"SELECT COUNT(*) FROM "_s + b + u" WHERE note IS NULL"_s), 100000 / 7);
 }
 
+// The store declares the source's types and sizes, so later statements compare as they would there.
+void ExpectSourceTypes(SqliteDb &db, const QString &table)
+{
+    const Recordset declared = db.Read(u"SELECT code, flag, qty, id FROM "_s + table + u" WHERE 0"_s);
+    EXPECT_EQ(declared.Fields().at(0).type, adotype::VarWChar);
+    EXPECT_EQ(declared.Fields().at(0).definedSize, 12);
+    EXPECT_EQ(declared.Fields().at(1).type, adotype::SmallInt);
+    EXPECT_EQ(declared.Fields().at(2).type, adotype::Double);
+    EXPECT_TRUE(IsAdoDataTypeInteger(declared.Fields().at(3).type));
+}
+
 } // namespace
 
 TEST(ImportRoutes, an_sqlite_schema_and_a_dump_of_it_give_the_store_the_same_rows)
@@ -74,6 +86,7 @@ TEST(ImportRoutes, an_sqlite_schema_and_a_dump_of_it_give_the_store_the_same_row
     SqliteDb store(storeFile);
     CreateExpected(store, u"expected"_s);
     ExpectSameRows(store, u"expected"_s, u"big"_s);
+    ExpectSourceTypes(store, u"big"_s);
     ExpectSameRows(store, u"expected"_s, u"from_dump"_s);
 }
 
@@ -99,4 +112,5 @@ TEST(ImportRoutes, a_postgresql_schema_gives_the_store_the_same_rows)
     SqliteDb store(storeFile);
     CreateExpected(store, u"expected"_s);
     ExpectSameRows(store, u"expected"_s, u"big"_s);
+    ExpectSourceTypes(store, u"big"_s);
 }

@@ -1,0 +1,160 @@
+#include "pdssim/siteconfig.h"
+
+#include "pdssim/siteserver.h"
+#include "pdssim/sitewrite.h"
+
+#include "frame/failure.h"
+#include "frame/inifile.h"
+#include "frame/paths.h"
+#include "pds/messages.h"
+
+#include <QDir>
+#include <QRegularExpression>
+
+#include <vector>
+
+namespace pdssim {
+
+namespace {
+const QString kRegistry = QStringLiteral("Registry.ini");
+const QString kFendrixIni = QStringLiteral("Fendrix.ini");
+
+// Writes the edits as a fresh file.
+void WriteIni(const QString &path, const std::vector<fx::IniEdit> &edits)
+{
+    QDir().mkpath(fx::GetFolderOfPath(path));
+    QFile::remove(path);
+    if (!fx::IniFile::Write(path, edits))
+        fx::Raise(fx::msg::SimCannotWriteFile, {path});
+}
+
+std::vector<fx::IniEdit> RegistryEdits(const SiteLayout &layout)
+{
+    const QString pdShellKey = QStringLiteral("Software\\Intergraph\\PD_SHELL\\") + SitePdShellVersion();
+    const QString shares = QStringLiteral("\\\\") + SiteServer()
+                           + QStringLiteral("\\SYSTEM\\CurrentControlSet\\Services\\lanmanserver\\Shares");
+    // The server shares the site's folder and, as every Windows server, its drives; only the
+    // site's share has a mount point here.
+    const QString share = QStringLiteral("multi_sz:CSCFlags=0|MaxUses=4294967295|Path=%1|Permissions=0|Remark=%2|Type=0");
+    return {
+        {QStringLiteral("Software\\Intergraph\\RIS\\") + SiteRisVersion(), QStringLiteral("PathName"), layout.RisDir()},
+        {pdShellKey, QStringLiteral("PathName"), layout.PdShellDir()},
+        {pdShellKey, QStringLiteral("ControlFile"), layout.ControlFile()},
+        {shares, QStringLiteral("C$"), share.arg(QStringLiteral("C:\\"), QStringLiteral("Default share"))},
+        {shares, QStringLiteral("D$"), share.arg(QStringLiteral("D:\\"), QStringLiteral("Default share"))},
+        {shares, SiteShareName(), share.arg(SiteShareFolder(), QStringLiteral("PDS projects"))},
+    };
+}
+
+std::vector<fx::IniEdit> FendrixIniEdits(const SiteLayout &layout, bool edge)
+{
+    QString root = QDir::toNativeSeparators(layout.Root());
+    root.chop(1);
+    std::vector<fx::IniEdit> edits = {{QStringLiteral("NetworkMounts"), SiteShareUnc(), root}};
+    for (const NamedCode &type : SiteClashTypes())
+        if (!edge || type.number != EdgeMissingClashType())
+            edits.push_back({QStringLiteral("ClashTypesDefinition"), QString::number(type.number), type.name});
+    for (const NamedCode &status : SiteModelStatus())
+        edits.push_back({QStringLiteral("ModelStatusDefinition"), QString::number(status.number), status.name});
+    return edits;
+}
+
+// The database section of a project for a kind of the site command.
+std::vector<fx::IniEdit> DatabaseEdits(const SiteLayout &layout, const SiteConfigOptions &options)
+{
+    const QString section = options.project + QStringLiteral("Database");
+    const auto entry = [&](const char *key, const QString &value) {
+        return fx::IniEdit{section, QString::fromLatin1(key), value};
+    };
+    const QString kind = options.kind.trimmed();
+    if (kind.compare(QLatin1String("sqlite"), Qt::CaseInsensitive) == 0)
+        return {entry("Type", QStringLiteral("SQLite")), entry("Path", layout.SqliteSchemaDir())};
+    if (kind.compare(QLatin1String("ris"), Qt::CaseInsensitive) == 0)
+        return {entry("Type", QStringLiteral("RIS")), entry("Path", layout.RisBinDir())};
+    if (!kind.startsWith(QLatin1String("postgres="), Qt::CaseInsensitive))
+        fx::Raise(fx::msg::SimUnknownDatabaseKind, {options.kind});
+    QString host, port, database, user, password;
+    static const QRegularExpression separators(QStringLiteral("[;\\s]+"));
+    for (const QString &pair : kind.mid(9).split(separators, Qt::SkipEmptyParts)) {
+        const QString key = pair.section(QLatin1Char('='), 0, 0).trimmed().toLower();
+        const QString value = pair.section(QLatin1Char('='), 1);
+        if (key == QLatin1String("host") || key == QLatin1String("server"))
+            host = value;
+        else if (key == QLatin1String("port"))
+            port = value;
+        else if (key == QLatin1String("dbname") || key == QLatin1String("database"))
+            database = value;
+        else if (key == QLatin1String("user") || key == QLatin1String("uid"))
+            user = value;
+        else if (key == QLatin1String("password") || key == QLatin1String("pwd"))
+            password = value;
+    }
+    if (host.isEmpty() || database.isEmpty())
+        fx::Raise(fx::msg::SimConnectionIncomplete, {options.kind});
+    return {entry("Type", QStringLiteral("PostgreSQL")),
+            entry("Server", port.isEmpty() ? host : host + QLatin1Char(':') + port),
+            entry("Database", database), entry("User", user), entry("Password", password)};
+}
+
+// pdsperl: the PDS shell's interpreter is the machine's perl.
+void WritePdsPerl(const SiteLayout &layout)
+{
+    WriteSiteFile(layout.PdShellDir() + QStringLiteral("share/pdsperl"), "#!/bin/sh\nexec perl \"$@\"\n", true);
+}
+
+void MergeIni(const QString &source, const QString &target)
+{
+    const auto doc = fx::IniFile::Snapshot(source);
+    std::vector<fx::IniEdit> edits;
+    for (const QString &section : doc->SectionNames())
+        for (const QString &key : doc->KeyNames(section))
+            edits.push_back({section, key, doc->Value(section, key)});
+    if (!fx::IniFile::Write(target, edits))
+        fx::Raise(fx::msg::SimCannotWriteFile, {target});
+}
+} // namespace
+
+QList<NamedCode> SiteClashTypes()
+{
+    return {{1, QStringLiteral("Hard/Hard")},         {2, QStringLiteral("Hard/Soft")},
+            {3, QStringLiteral("Soft/Soft")},         {4, QStringLiteral("Hard/Construction")},
+            {5, QStringLiteral("Soft/Construction")}, {6, QStringLiteral("Construction/Construction")}};
+}
+
+QList<NamedCode> SiteModelStatus()
+{
+    return {{1, QStringLiteral("Preliminary")}, {2, QStringLiteral("Checked")},
+            {3, QStringLiteral("Approved")},    {4, QStringLiteral("Issued for construction")}};
+}
+
+int EdgeMissingClashType() { return 6; }
+QString SiteRisVersion() { return QStringLiteral("05.04"); }
+QString SitePdShellVersion() { return QStringLiteral("08.00"); }
+
+QString SiteUserConfigFile(const SiteLayout &layout, const QString &project)
+{
+    return layout.ConfigDir() + project + QStringLiteral(".ini");
+}
+
+void WriteSiteConfig(const SiteLayout &layout, const SiteConfigOptions &options)
+{
+    fx::Frame("WriteSiteConfig", [&] {
+        WriteIni(layout.ConfigDir() + kRegistry, RegistryEdits(layout));
+        WriteIni(layout.ConfigDir() + kFendrixIni, FendrixIniEdits(layout, options.edge));
+        WriteIni(SiteUserConfigFile(layout, options.project), DatabaseEdits(layout, options));
+        WritePdsPerl(layout);
+        if (options.edge)
+            NoteEdgeCase(layout, QStringLiteral("ClashTypeNotDefined"), QString::number(EdgeMissingClashType()));
+    });
+}
+
+void InstallSiteConfig(const SiteLayout &layout, const QString &programDir)
+{
+    fx::Frame("InstallSiteConfig", [&] {
+        const QString folder = fx::AddBackslash(programDir);
+        MergeIni(layout.ConfigDir() + kRegistry, folder + kRegistry);
+        MergeIni(layout.ConfigDir() + kFendrixIni, folder + kFendrixIni);
+    });
+}
+
+} // namespace pdssim

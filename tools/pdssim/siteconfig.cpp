@@ -9,6 +9,7 @@
 #include "pds/messages.h"
 
 #include <QDir>
+#include <QFile>
 #include <QRegularExpression>
 
 #include <vector>

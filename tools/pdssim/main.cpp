@@ -19,6 +19,10 @@ struct Command
 // The RIS tools are reached through wrapper scripts in the site's RIS folder that name them here.
 constexpr Command kCommands[] = {
     {"site", pdssim::RunSite},
+    {"risbatch", pdssim::RunRisBatch},
+    {"risunlod", pdssim::RunRisUnload},
+    {"rislod", pdssim::RunRisLoad},
+    {"risclnsr", pdssim::RunRisClean},
 };
 
 } // namespace

@@ -38,15 +38,6 @@ QString RandomScriptPath(const QString &folder)
     return path;
 }
 
-// Single quotes keep every character of a path literal for /bin/sh; a quote inside is closed,
-// escaped and reopened.
-QString ShellQuote(const QString &text)
-{
-    QString quoted = text;
-    quoted.replace(QLatin1Char('\''), QLatin1String("'\\''"));
-    return QLatin1Char('\'') + quoted + QLatin1Char('\'');
-}
-
 void WriteScript(const QString &path, const QString &line)
 {
     QFile script(path);
@@ -72,6 +63,13 @@ private:
 };
 
 } // namespace
+
+QString ShellQuote(const QString &text)
+{
+    QString quoted = text;
+    quoted.replace(QLatin1Char('\''), QLatin1String("'\\''"));
+    return QLatin1Char('\'') + quoted + QLatin1Char('\'');
+}
 
 bool IsProcessRunning(qint64 pid)
 {

@@ -13,6 +13,10 @@ namespace fx {
 void ExecA(const QString &commandLine, const QString &outputFile, int windowStyle = 0, qint64 *pid = nullptr,
            bool wait = false);
 
+/// The text in single quotes for /bin/sh, every character kept literal (a quote inside is
+/// closed, escaped and reopened).
+QString ShellQuote(const QString &text);
+
 /// True while a process with this id runs; a process that has ended but is not yet reaped is gone.
 bool IsProcessRunning(qint64 pid);
 

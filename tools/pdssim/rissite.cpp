@@ -1,5 +1,7 @@
 #include "pdssim/rissite.h"
 
+#include "frame/execa.h"
+
 #include "frame/failure.h"
 #include "pdssim/rismessages.h"
 #include "pds/localdb.h"
@@ -14,15 +16,6 @@ namespace pdssim {
 namespace {
 
 constexpr const char *kTools[] = {"risbatch", "risunlod", "rislod", "risclnsr"};
-
-// Single quotes keep every character literal for /bin/sh; a quote inside is closed, escaped
-// and reopened.
-QString ShellQuoted(const QString &text)
-{
-    QString quoted = text;
-    quoted.replace(QLatin1Char('\''), QLatin1String("'\\''"));
-    return QLatin1Char('\'') + quoted + QLatin1Char('\'');
-}
 
 void WriteSchemaFile(const SiteLayout &site, const QStringList &names)
 {
@@ -226,8 +219,8 @@ void WriteRisToolWrappers(const SiteLayout &site, const QString &pdssimExecutabl
     for (const char *tool : kTools) {
         const QString path = site.RisBinDir() + QString::fromLatin1(tool);
         const QString script = QStringLiteral("#!/bin/sh\nexec %1 %2 --site %3 \"$@\"\n")
-                                   .arg(ShellQuoted(pdssimExecutable), QString::fromLatin1(tool),
-                                        ShellQuoted(site.Root()));
+                                   .arg(fx::ShellQuote(pdssimExecutable), QString::fromLatin1(tool),
+                                        fx::ShellQuote(site.Root()));
         QSaveFile file(path);
         const QByteArray text = script.toLocal8Bit();
         if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())

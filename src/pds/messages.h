@@ -87,4 +87,10 @@ inline constexpr char TextFileFormatNotSupported[] = "Format '%0%' of text file 
 inline constexpr char TextFileColumnTypeNotSupported[] = "Type '%0%' of column '%1%' in '%2%' not supported";
 inline constexpr char TextFileNotInStatement[] = "Text file '%0%' not found in statement '%1%'";
 
+// pdssim: generated project schemas
+inline constexpr char SimTableNotDefined[] = "Table '%0%' has no definition in the simulated schema";
+inline constexpr char SimClashCountOutOfRange[] = "Clash count %0% out of range (%1% to %2%)";
+inline constexpr char SimManifestNotWritten[] = "Manifest '%0%' could not be written";
+inline constexpr char SimSchemaFileNotFound[] = "Schema database '%0%' not found";
+
 } // namespace fx::msg

@@ -87,15 +87,4 @@ inline constexpr char TextFileFormatNotSupported[] = "Format '%0%' of text file 
 inline constexpr char TextFileColumnTypeNotSupported[] = "Type '%0%' of column '%1%' in '%2%' not supported";
 inline constexpr char TextFileNotInStatement[] = "Text file '%0%' not found in statement '%1%'";
 
-// pdssim: the files of a simulated site
-inline constexpr char SimCannotWriteFile[] = "Cannot write file '%0%'";
-inline constexpr char SimPathOutsideSite[] = "Path '%0%' is not below '%1%'";
-inline constexpr char SimProjFileTextTooLong[] = "Text '%0%' is longer than %1% characters";
-inline constexpr char SimUnitLabelTooLong[] = "Unit name '%0%' is longer than two characters";
-inline constexpr char SimDgnCannotRead[] = "Design file '%0%' cannot be read";
-inline constexpr char SimDgnNoDesignHeader[] = "Design file '%0%' has no design header";
-inline constexpr char SimDgnNoEndOfDesign[] = "Design file '%0%' has no end of design";
-inline constexpr char SimUnknownDatabaseKind[] = "Unknown database kind '%0%' (sqlite, ris or postgres=CONN)";
-inline constexpr char SimConnectionIncomplete[] = "Connection '%0%' names no host or no database";
-
 } // namespace fx::msg

@@ -1,4 +1,5 @@
 #include "pdssim/dgnfile.h"
+#include "pdssim/sitemessages.h"
 #include "pdssim/vaxnumbers.h"
 
 #include "pds/messages.h"
@@ -78,12 +79,12 @@ TEST(DgnFile, header_settings_stand_at_their_offsets_and_read_back_with_the_elem
 
     const QString bad = box.WriteFile(u"bad.dgn"_s, QByteArray(1000, '\0'));
     EXPECT_EQ(fxtest::FailureText([&] { ReadDgnSettings(bad); }),
-              u"ReadDgnSettings: "_s + fx::ArgForm(fx::msg::SimDgnNoDesignHeader, {bad}));
+              u"ReadDgnSettings: "_s + fx::ArgForm(pdssim::sitemsg::SimDgnNoDesignHeader, {bad}));
     const QString open = box.WriteFile(u"open.dgn"_s, DgnFileBytes(imperial, {pipe}).chopped(2));
     EXPECT_EQ(fxtest::FailureText([&] { ReadDgnElementTypes(open); }),
-              u"ReadDgnElementTypes: "_s + fx::ArgForm(fx::msg::SimDgnNoEndOfDesign, {open}));
+              u"ReadDgnElementTypes: "_s + fx::ArgForm(pdssim::sitemsg::SimDgnNoEndOfDesign, {open}));
     EXPECT_EQ(fxtest::FailureText([&] { WriteDgnFile(model, DgnSettings{u"FEET"_s}); }),
-              u"WriteDgnFile: DgnFileBytes: "_s + fx::ArgForm(fx::msg::SimUnitLabelTooLong, {u"FEET"_s}));
+              u"WriteDgnFile: DgnFileBytes: "_s + fx::ArgForm(pdssim::sitemsg::SimUnitLabelTooLong, {u"FEET"_s}));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "pdssim/projectfiles.h"
+#include "pdssim/sitemessages.h"
 #include "pdssim/siteconfig.h"
 #include "pdssim/siteserver.h"
 
@@ -88,9 +89,9 @@ TEST(SiteConfig, the_database_section_follows_the_kind_and_an_unknown_kind_is_re
     EXPECT_EQ(database.password, u"s3cr=t"_s);
 
     EXPECT_EQ(fxtest::FailureText([&] { WriteSiteConfig(layout, {u"p1"_s, u"postgres=user=x"_s, false}); }),
-              u"WriteSiteConfig: "_s + fx::ArgForm(fx::msg::SimConnectionIncomplete, {u"postgres=user=x"_s}));
+              u"WriteSiteConfig: "_s + fx::ArgForm(pdssim::sitemsg::SimConnectionIncomplete, {u"postgres=user=x"_s}));
     EXPECT_EQ(fxtest::FailureText([&] { WriteSiteConfig(layout, {u"p1"_s, u"oracle"_s, false}); }),
-              u"WriteSiteConfig: "_s + fx::ArgForm(fx::msg::SimUnknownDatabaseKind, {u"oracle"_s}));
+              u"WriteSiteConfig: "_s + fx::ArgForm(pdssim::sitemsg::SimUnknownDatabaseKind, {u"oracle"_s}));
 }
 
 } // namespace

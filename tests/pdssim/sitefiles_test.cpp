@@ -1,4 +1,5 @@
 #include "pdssim/controlfile.h"
+#include "pdssim/sitemessages.h"
 #include "pdssim/projfile.h"
 #include "pdssim/siteconfig.h"
 #include "pdssim/sitefiles.h"
@@ -135,7 +136,7 @@ TEST(SiteProjFile, read_by_the_selection_rules_it_gives_each_project_once_with_i
     EXPECT_EQ(SiteProjFileEntries({u"PILOT"_s, false}).size(), 3);
     EXPECT_EQ(fxtest::FailureText([&] { WriteProjFile(layout, {u"a_project_name_of_21c"_s, false}); }),
               u"WriteProjFile: ProjFileBytes: "_s
-                  + fx::ArgForm(fx::msg::SimProjFileTextTooLong, {u"a_project_name_of_21c"_s, u"20"_s}));
+                  + fx::ArgForm(pdssim::sitemsg::SimProjFileTextTooLong, {u"a_project_name_of_21c"_s, u"20"_s}));
 }
 
 } // namespace

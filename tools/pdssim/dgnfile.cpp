@@ -1,4 +1,5 @@
 #include "pdssim/dgnfile.h"
+#include "pdssim/sitemessages.h"
 
 #include "pdssim/sitewrite.h"
 #include "pdssim/vaxnumbers.h"
@@ -34,7 +35,7 @@ QByteArray UnitLabel(const QString &label)
 {
     const QByteArray bytes = label.toLatin1();
     if (bytes.size() > 2)
-        fx::Raise(fx::msg::SimUnitLabelTooLong, {label});
+        fx::Raise(pdssim::sitemsg::SimUnitLabelTooLong, {label});
     return bytes.leftJustified(2, '\0');
 }
 
@@ -77,7 +78,7 @@ QByteArray ReadWhole(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        fx::Raise(fx::msg::SimDgnCannotRead, {path});
+        fx::Raise(pdssim::sitemsg::SimDgnCannotRead, {path});
     return file.readAll();
 }
 
@@ -85,10 +86,10 @@ QByteArray ReadWhole(const QString &path)
 void RequireTcb(const QByteArray &bytes, const QString &path)
 {
     if (bytes.size() < kTcbGlobalOrigin + 24 || (bytes.at(1) & 0x7f) != kTypeTcb)
-        fx::Raise(fx::msg::SimDgnNoDesignHeader, {path});
+        fx::Raise(pdssim::sitemsg::SimDgnNoDesignHeader, {path});
     const int words = quint8(bytes.at(2)) | quint8(bytes.at(3)) << 8;
     if (kHeaderSize + 2 * words < kTcbGlobalOrigin + 24 || kHeaderSize + 2 * words > bytes.size())
-        fx::Raise(fx::msg::SimDgnNoDesignHeader, {path});
+        fx::Raise(pdssim::sitemsg::SimDgnNoDesignHeader, {path});
 }
 } // namespace
 
@@ -143,7 +144,7 @@ QList<int> ReadDgnElementTypes(const QString &path)
                 types.append(bytes.at(at + 1) & 0x7f);
             at += kHeaderSize + 2 * (quint8(bytes.at(at + 2)) | quint8(bytes.at(at + 3)) << 8);
         }
-        fx::Raise(fx::msg::SimDgnNoEndOfDesign, {path});
+        fx::Raise(pdssim::sitemsg::SimDgnNoEndOfDesign, {path});
     });
 }
 

@@ -1,4 +1,5 @@
 #include "pdssim/projfile.h"
+#include "pdssim/sitemessages.h"
 
 #include "pdssim/sitewrite.h"
 
@@ -17,7 +18,7 @@ constexpr int kDescriptionStart = 72; // position 73
 void PutText(QByteArray &entry, int start, int end, const QByteArray &text)
 {
     if (start + text.size() + 2 > end)
-        fx::Raise(fx::msg::SimProjFileTextTooLong, {QString::fromLatin1(text), QString::number(end - start - 2)});
+        fx::Raise(pdssim::sitemsg::SimProjFileTextTooLong, {QString::fromLatin1(text), QString::number(end - start - 2)});
     entry.replace(start, text.size(), text);
 }
 
@@ -27,7 +28,7 @@ QByteArray EntryBytes(const ProjFileEntry &project)
     if (project.name.isEmpty())
         return entry;
     if (project.name.size() >= kNameSize)
-        fx::Raise(fx::msg::SimProjFileTextTooLong, {QString::fromLatin1(project.name), QString::number(kNameSize - 1)});
+        fx::Raise(pdssim::sitemsg::SimProjFileTextTooLong, {QString::fromLatin1(project.name), QString::number(kNameSize - 1)});
     entry.replace(0, kNameSize, project.name.leftJustified(kNameSize, ' '));
     PutText(entry, kNumberStart, kDescriptionStart, project.number);
     PutText(entry, kDescriptionStart, kProjFileEntrySize, project.description);

@@ -1,4 +1,5 @@
 #include "pdssim/siteconfig.h"
+#include "pdssim/sitemessages.h"
 
 #include "pdssim/siteserver.h"
 #include "pdssim/sitewrite.h"
@@ -26,7 +27,7 @@ void WriteIni(const QString &path, const std::vector<fx::IniEdit> &edits)
     QDir().mkpath(fx::GetFolderOfPath(path));
     QFile::remove(path);
     if (!fx::IniFile::Write(path, edits))
-        fx::Raise(fx::msg::SimCannotWriteFile, {path});
+        fx::Raise(pdssim::sitemsg::SimCannotWriteFile, {path});
 }
 
 std::vector<fx::IniEdit> RegistryEdits(const SiteLayout &layout)
@@ -73,7 +74,7 @@ std::vector<fx::IniEdit> DatabaseEdits(const SiteLayout &layout, const SiteConfi
     if (kind.compare(QLatin1String("ris"), Qt::CaseInsensitive) == 0)
         return {entry("Type", QStringLiteral("RIS")), entry("Path", layout.RisBinDir())};
     if (!kind.startsWith(QLatin1String("postgres="), Qt::CaseInsensitive))
-        fx::Raise(fx::msg::SimUnknownDatabaseKind, {options.kind});
+        fx::Raise(pdssim::sitemsg::SimUnknownDatabaseKind, {options.kind});
     QString host, port, database, user, password;
     static const QRegularExpression separators(QStringLiteral("[;\\s]+"));
     for (const QString &pair : kind.mid(9).split(separators, Qt::SkipEmptyParts)) {
@@ -91,7 +92,7 @@ std::vector<fx::IniEdit> DatabaseEdits(const SiteLayout &layout, const SiteConfi
             password = value;
     }
     if (host.isEmpty() || database.isEmpty())
-        fx::Raise(fx::msg::SimConnectionIncomplete, {options.kind});
+        fx::Raise(pdssim::sitemsg::SimConnectionIncomplete, {options.kind});
     return {entry("Type", QStringLiteral("PostgreSQL")),
             entry("Server", port.isEmpty() ? host : host + QLatin1Char(':') + port),
             entry("Database", database), entry("User", user), entry("Password", password)};
@@ -111,7 +112,7 @@ void MergeIni(const QString &source, const QString &target)
         for (const QString &key : doc->KeyNames(section))
             edits.push_back({section, key, doc->Value(section, key)});
     if (!fx::IniFile::Write(target, edits))
-        fx::Raise(fx::msg::SimCannotWriteFile, {target});
+        fx::Raise(pdssim::sitemsg::SimCannotWriteFile, {target});
 }
 } // namespace
 

@@ -1,4 +1,5 @@
 #include "pdssim/siteserver.h"
+#include "pdssim/sitemessages.h"
 
 #include "frame/failure.h"
 #include "pds/messages.h"
@@ -17,7 +18,7 @@ QString ServerPath(const SiteLayout &layout, const QString &localPath)
     return fx::Frame("ServerPath", [&] {
         const QString clean = QDir::fromNativeSeparators(localPath);
         if (!clean.startsWith(layout.Root()))
-            fx::Raise(fx::msg::SimPathOutsideSite, {localPath, layout.Root()});
+            fx::Raise(pdssim::sitemsg::SimPathOutsideSite, {localPath, layout.Root()});
         QString rest = clean.mid(layout.Root().size());
         rest.replace(QLatin1Char('/'), QLatin1Char('\\'));
         return SiteShareFolder() + QLatin1Char('\\') + rest;
@@ -31,7 +32,7 @@ QString LocalPathOf(const SiteLayout &layout, const QString &serverPath)
         QString path = serverPath.trimmed();
         path.replace(QLatin1Char('/'), QLatin1Char('\\'));
         if (!path.startsWith(prefix, Qt::CaseInsensitive))
-            fx::Raise(fx::msg::SimPathOutsideSite, {serverPath, prefix});
+            fx::Raise(pdssim::sitemsg::SimPathOutsideSite, {serverPath, prefix});
         return layout.Root() + path.mid(prefix.size()).replace(QLatin1Char('\\'), QLatin1Char('/'));
     });
 }

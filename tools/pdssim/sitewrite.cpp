@@ -1,4 +1,5 @@
 #include "pdssim/sitewrite.h"
+#include "pdssim/sitemessages.h"
 
 #include "frame/failure.h"
 #include "frame/inifile.h"
@@ -16,7 +17,7 @@ void WriteSiteFile(const QString &path, const QByteArray &bytes, bool executable
         QDir().mkpath(QFileInfo(path).absolutePath());
         QSaveFile file(path);
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-            fx::Raise(fx::msg::SimCannotWriteFile, {path});
+            fx::Raise(pdssim::sitemsg::SimCannotWriteFile, {path});
         if (executable) {
             const auto exec = QFileDevice::ExeOwner | QFileDevice::ExeGroup | QFileDevice::ExeOther;
             QFile::setPermissions(path, QFile::permissions(path) | exec);
@@ -29,7 +30,7 @@ void NoteEdgeCase(const SiteLayout &layout, const QString &key, const QString &v
     fx::Frame("NoteEdgeCase", [&] {
         QDir().mkpath(layout.Root());
         if (!fx::IniFile::Write(layout.ManifestFile(), QStringLiteral("SiteFiles"), key, value))
-            fx::Raise(fx::msg::SimCannotWriteFile, {layout.ManifestFile()});
+            fx::Raise(pdssim::sitemsg::SimCannotWriteFile, {layout.ManifestFile()});
     });
 }
 

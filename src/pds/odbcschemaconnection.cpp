@@ -43,7 +43,12 @@ void OdbcSchemaConnection::Execute(const QString &sql)
 
 QString OdbcSchemaConnection::CatalogSchema(const QString &schema) const
 {
-    return m_kind == DBConType::Oracle ? schema.toUpper() : schema;
+    if (m_kind == DBConType::Oracle)
+        return schema.toUpper();
+    // A plain name goes bare into SET search_path, where the server folds it to lower case.
+    if (m_kind == DBConType::PostgreSQL && PostgreSQLName(schema) == schema)
+        return schema.toLower();
+    return schema;
 }
 
 QStringList OdbcSchemaConnection::Tables(const QString &schema)

@@ -83,7 +83,9 @@ QString OracleName(const QString &name)
 
 QString PostgreSQLName(const QString &name)
 {
-    static const QRegularExpression plain(QStringLiteral("^[a-z_][a-z0-9_$]*$"));
+    // Schema names of PDS are compared without regard to case, as RIS does: a plain name goes
+    // bare and the server folds it; anything else is quoted and kept as it is.
+    static const QRegularExpression plain(QStringLiteral("^[A-Za-z_][A-Za-z0-9_$]*$"));
     if (plain.match(name).hasMatch())
         return name;
     QString escaped = name;

@@ -56,11 +56,11 @@ TEST(SiteConfig, installed_in_the_program_folder_it_leads_fendrix_to_the_ris_too
     EXPECT_EQ(fxtest::FailureText([] { fx::LocalPath2UNC(u"pdssrv"_s, u"D:\\other"_s); }),
               u"LocalPath2UNC: "_s + fx::ArgForm(fx::msg::DirectoryOnServerNotAccessible, {u"D:\\other"_s, u"pdssrv"_s}));
 
-    // The program folder's own entries stay; the edge site leaves one clash type unnamed.
+    // The program folder's own entries stay; every clash type of the schema is named.
     const QString ini = box.ProgramDir() + u"Fendrix.ini"_s;
     EXPECT_TRUE(fx::IniFile::SectionNames(ini).contains(u"Settings"_s));
     const QString types = fx::GetIniValue(ini, u"ClashTypesDefinition"_s, {}, {}, false);
-    EXPECT_EQ(types, u"1;2;3;4;5"_s);
+    EXPECT_EQ(types, u"1;2;3;4;5;6"_s);
     EXPECT_EQ(fx::GetIniValue(ini, u"ModelStatusDefinition"_s, u"3"_s), u"Approved"_s);
 
     const fx::ProjectDatabase database = fx::GetProjectDatabase(SiteUserConfigFile(layout, u"demo"_s), u"demo"_s);
@@ -78,7 +78,7 @@ TEST(SiteConfig, the_database_section_follows_the_kind_and_an_unknown_kind_is_re
     EXPECT_EQ(database.type, fx::DBConType::SQLite);
     EXPECT_EQ(database.path, layout.SqliteSchemaDir());
     EXPECT_EQ(fx::GetIniValue(layout.ConfigDir() + u"Fendrix.ini"_s, u"ClashTypesDefinition"_s, u"6"_s),
-              u"Construction/Construction"_s);
+              u"Construction - Construction"_s);
 
     WriteSiteConfig(layout, {u"p1"_s, u"postgres=host=db.local port=5433;dbname=fx user=clash password=s3cr=t"_s, false});
     database = fx::GetProjectDatabase(file, u"p1"_s);

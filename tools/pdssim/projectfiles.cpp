@@ -8,7 +8,8 @@ namespace pdssim {
 
 QString ModelSeedFileName() { return QStringLiteral("mdlsdz.dgn"); }
 
-QString ProjectSeedFileName(const QString &project) { return project.toLower() + QStringLiteral("_seed.dgn"); }
+// rdb_file_spec holds 14 characters: the name keeps ten of the project's.
+QString ProjectSeedFileName(const QString &project) { return project.left(10).toLower() + QStringLiteral(".dgn"); }
 
 QString ModelServerFolder(const SiteLayout &layout, const QString &project, const QString &discipline)
 {

@@ -1,4 +1,6 @@
 #include "pdssim/siteconfig.h"
+
+#include "pdssim/schemagenerator.h"
 #include "pdssim/sitemessages.h"
 
 #include "pdssim/siteserver.h"
@@ -48,16 +50,15 @@ std::vector<fx::IniEdit> RegistryEdits(const SiteLayout &layout)
     };
 }
 
-std::vector<fx::IniEdit> FendrixIniEdits(const SiteLayout &layout, bool edge)
+std::vector<fx::IniEdit> FendrixIniEdits(const SiteLayout &layout)
 {
     QString root = QDir::toNativeSeparators(layout.Root());
     root.chop(1);
     std::vector<fx::IniEdit> edits = {{QStringLiteral("NetworkMounts"), SiteShareUnc(), root}};
-    for (const NamedCode &type : SiteClashTypes())
-        if (!edge || type.number != EdgeMissingClashType())
-            edits.push_back({QStringLiteral("ClashTypesDefinition"), QString::number(type.number), type.name});
-    for (const NamedCode &status : SiteModelStatus())
-        edits.push_back({QStringLiteral("ModelStatusDefinition"), QString::number(status.number), status.name});
+    for (const auto &[number, name] : ClashTypesDefinition())
+        edits.push_back({QStringLiteral("ClashTypesDefinition"), QString::number(number), name});
+    for (const auto &[number, name] : ModelStatusDefinition())
+        edits.push_back({QStringLiteral("ModelStatusDefinition"), QString::number(number), name});
     return edits;
 }
 
@@ -73,29 +74,9 @@ std::vector<fx::IniEdit> DatabaseEdits(const SiteLayout &layout, const SiteConfi
         return {entry("Type", QStringLiteral("SQLite")), entry("Path", layout.SqliteSchemaDir())};
     if (kind.compare(QLatin1String("ris"), Qt::CaseInsensitive) == 0)
         return {entry("Type", QStringLiteral("RIS")), entry("Path", layout.RisBinDir())};
-    if (!kind.startsWith(QLatin1String("postgres="), Qt::CaseInsensitive))
-        fx::Raise(pdssim::sitemsg::SimUnknownDatabaseKind, {options.kind});
-    QString host, port, database, user, password;
-    static const QRegularExpression separators(QStringLiteral("[;\\s]+"));
-    for (const QString &pair : kind.mid(9).split(separators, Qt::SkipEmptyParts)) {
-        const QString key = pair.section(QLatin1Char('='), 0, 0).trimmed().toLower();
-        const QString value = pair.section(QLatin1Char('='), 1);
-        if (key == QLatin1String("host") || key == QLatin1String("server"))
-            host = value;
-        else if (key == QLatin1String("port"))
-            port = value;
-        else if (key == QLatin1String("dbname") || key == QLatin1String("database"))
-            database = value;
-        else if (key == QLatin1String("user") || key == QLatin1String("uid"))
-            user = value;
-        else if (key == QLatin1String("password") || key == QLatin1String("pwd"))
-            password = value;
-    }
-    if (host.isEmpty() || database.isEmpty())
-        fx::Raise(pdssim::sitemsg::SimConnectionIncomplete, {options.kind});
-    return {entry("Type", QStringLiteral("PostgreSQL")),
-            entry("Server", port.isEmpty() ? host : host + QLatin1Char(':') + port),
-            entry("Database", database), entry("User", user), entry("Password", password)};
+    const PostgresSite server = ParsePostgresKind(kind);
+    return {entry("Type", QStringLiteral("PostgreSQL")), entry("Server", server.Server()),
+            entry("Database", server.database), entry("User", server.user), entry("Password", server.password)};
 }
 
 // pdsperl: the PDS shell's interpreter is the machine's perl.
@@ -116,20 +97,36 @@ void MergeIni(const QString &source, const QString &target)
 }
 } // namespace
 
-QList<NamedCode> SiteClashTypes()
+QString PostgresSite::Server() const
 {
-    return {{1, QStringLiteral("Hard/Hard")},         {2, QStringLiteral("Hard/Soft")},
-            {3, QStringLiteral("Soft/Soft")},         {4, QStringLiteral("Hard/Construction")},
-            {5, QStringLiteral("Soft/Construction")}, {6, QStringLiteral("Construction/Construction")}};
+    return port.isEmpty() ? host : host + QLatin1Char(':') + port;
 }
 
-QList<NamedCode> SiteModelStatus()
+PostgresSite ParsePostgresKind(const QString &kind)
 {
-    return {{1, QStringLiteral("Preliminary")}, {2, QStringLiteral("Checked")},
-            {3, QStringLiteral("Approved")},    {4, QStringLiteral("Issued for construction")}};
+    if (!kind.trimmed().startsWith(QLatin1String("postgres="), Qt::CaseInsensitive))
+        fx::Raise(pdssim::sitemsg::SimUnknownDatabaseKind, {kind});
+    PostgresSite site;
+    static const QRegularExpression separators(QStringLiteral("[;\\s]+"));
+    for (const QString &pair : kind.trimmed().mid(9).split(separators, Qt::SkipEmptyParts)) {
+        const QString key = pair.section(QLatin1Char('='), 0, 0).trimmed().toLower();
+        const QString value = pair.section(QLatin1Char('='), 1);
+        if (key == QLatin1String("host") || key == QLatin1String("server"))
+            site.host = value;
+        else if (key == QLatin1String("port"))
+            site.port = value;
+        else if (key == QLatin1String("dbname") || key == QLatin1String("database"))
+            site.database = value;
+        else if (key == QLatin1String("user") || key == QLatin1String("uid"))
+            site.user = value;
+        else if (key == QLatin1String("password") || key == QLatin1String("pwd"))
+            site.password = value;
+    }
+    if (site.host.isEmpty() || site.database.isEmpty())
+        fx::Raise(pdssim::sitemsg::SimConnectionIncomplete, {kind});
+    return site;
 }
 
-int EdgeMissingClashType() { return 6; }
 QString SiteRisVersion() { return QStringLiteral("05.04"); }
 QString SitePdShellVersion() { return QStringLiteral("08.00"); }
 
@@ -142,11 +139,9 @@ void WriteSiteConfig(const SiteLayout &layout, const SiteConfigOptions &options)
 {
     fx::Frame("WriteSiteConfig", [&] {
         WriteIni(layout.ConfigDir() + kRegistry, RegistryEdits(layout));
-        WriteIni(layout.ConfigDir() + kFendrixIni, FendrixIniEdits(layout, options.edge));
+        WriteIni(layout.ConfigDir() + kFendrixIni, FendrixIniEdits(layout));
         WriteIni(SiteUserConfigFile(layout, options.project), DatabaseEdits(layout, options));
         WritePdsPerl(layout);
-        if (options.edge)
-            NoteEdgeCase(layout, QStringLiteral("ClashTypeNotDefined"), QString::number(EdgeMissingClashType()));
     });
 }
 

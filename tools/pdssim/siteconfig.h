@@ -11,18 +11,15 @@
 
 namespace pdssim {
 
-/// A code and its name, as [ClashTypesDefinition] and [ModelStatusDefinition] hold them.
-struct NamedCode
+/// The server of a "postgres=CONN" kind: CONN is key=value pairs separated by ";" or blanks:
+/// host (or server), port, dbname (or database), user (or uid), password (or pwd).
+struct PostgresSite
 {
-    int number = 0;
-    QString name;
+    QString host, port, database, user, password;
+    /// "host" or "host:port", as the gateway takes it.
+    QString Server() const;
 };
-
-/// The clash types and model states a site's schema uses.
-QList<NamedCode> SiteClashTypes();
-QList<NamedCode> SiteModelStatus();
-/// The clash type that an edge site leaves out of [ClashTypesDefinition].
-int EdgeMissingClashType();
+PostgresSite ParsePostgresKind(const QString &kind);
 
 /// The version sub keys of the RIS and PDS shell keys.
 QString SiteRisVersion();

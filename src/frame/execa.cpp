@@ -2,10 +2,8 @@
 
 #include "frame/events.h"
 #include "frame/failure.h"
-#include "frame/fileops.h"
 #include "frame/messages.h"
 #include "frame/paths.h"
-#include "frame/processstate.h"
 #include "frame/tempdir.h"
 
 #include <QFile>
@@ -19,15 +17,6 @@
 namespace fx {
 
 namespace {
-
-// The program's own temporary folder when start-up has made it, else the environment's.
-QString ScriptFolder()
-{
-    const QString kept = Process().TempDir;
-    if (!kept.isEmpty() && IsFileExists(kept, true))
-        return AddBackslash(kept);
-    return GetTempEnvDir();
-}
 
 QString RandomScriptPath(const QString &folder)
 {
@@ -94,7 +83,7 @@ void ExecA(const QString &commandLine, const QString &outputFile, int windowStyl
 {
     Q_UNUSED(windowStyle);
     Frame("ExecA", [&] {
-        const ScriptFile script(RandomScriptPath(ScriptFolder()));
+        const ScriptFile script(RandomScriptPath(GetTempFolder()));
         QString line = commandLine;
         if (!outputFile.isEmpty())
             line += QStringLiteral(" >> ") + ShellQuote(NativePath(outputFile)) + QStringLiteral(" 2>&1");

@@ -1,6 +1,8 @@
 #include "frame/tempdir.h"
 
+#include "frame/fileops.h"
 #include "frame/paths.h"
+#include "frame/processstate.h"
 
 namespace fx {
 
@@ -12,6 +14,14 @@ QString GetTempEnvDir()
             return AddBackslash(value);
     }
     return AddBackslash(QStringLiteral("/tmp"));
+}
+
+QString GetTempFolder()
+{
+    const QString kept = Process().TempDir;
+    if (!kept.isEmpty() && IsFileExists(kept, true))
+        return AddBackslash(kept);
+    return GetTempEnvDir();
 }
 
 } // namespace fx

@@ -1,5 +1,5 @@
 #pragma once
-// The temporary folder the environment names.
+// The temporary folder the environment names, and the one the process works in.
 
 #include <QString>
 
@@ -7,5 +7,9 @@ namespace fx {
 
 /// TEMP, else TMPDIR, else /tmp; with a trailing separator. A variable set but blank counts as unset.
 QString GetTempEnvDir();
+
+/// The process's temporary folder: the one start-up made when it exists, else GetTempEnvDir();
+/// with a trailing separator.
+QString GetTempFolder();
 
 } // namespace fx

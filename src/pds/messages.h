@@ -87,4 +87,28 @@ inline constexpr char TextFileFormatNotSupported[] = "Format '%0%' of text file 
 inline constexpr char TextFileColumnTypeNotSupported[] = "Type '%0%' of column '%1%' in '%2%' not supported";
 inline constexpr char TextFileNotInStatement[] = "Text file '%0%' not found in statement '%1%'";
 
+// Control file, proj_file and the project selection
+inline constexpr char ControlFileNotDefined[] = "Control file not defined";
+inline constexpr char ControlFileNotExisting[] = "Control file: '%0%' not existing";
+inline constexpr char PerlFileNotExists[] = "Perl file '%0%' not exists";
+inline constexpr char ExecutingControlFileFailed[] = "Executing control file failed";
+// The path is part of the text itself, as the control file names it.
+inline constexpr char ProjAddrInControlFile[] = "PROJ_ADDR in control file '";
+inline constexpr char ProjFileInControlFile[] = "PROJ_FILE in control file '";
+inline constexpr char InControlFileNotDefined[] = "' not defined";
+inline constexpr char ProjFilePathNotAccessible[] = "Path to proj_file '%0%' on server '%1%' not existing or not accessible";
+inline constexpr char ProjFileProjAddrNotDefined[] = "Path to proj_file not correct: PROJ_ADDR not defined";
+inline constexpr char ProjFileProjFileNotDefined[] = "Path to proj_file not correct: PROJ_FILE not defined";
+inline constexpr char ProjFileFolderNotAccessible[] = "Path to proj_file: '%0%' on server: '%1%' not existing or not accessible";
+inline constexpr char ProjFileIncorrect[] = "proj_file: '%0%' is incorrect";
+inline constexpr char SelectProjectTitle[] = "Select PDS Project";
+inline constexpr char GettingDefaultControlFile[] = "Getting default control file...";
+inline constexpr char ReadingControlFile[] = "Reading control file: '%0%'...";
+inline constexpr char ReadingProjFile[] = "Reading proj_file (PROJ_ADDR: '%0%'; PROJ_FILE: '%1%')...";
+inline constexpr char ProjectsFound[] = "%0% projects found";
+inline constexpr char NoProjectsInControlFile[] = "No PDS-Projects in control file found";
+inline constexpr char ProjectNotDefined[] = "PDS-Project not defined";
+inline constexpr char ControlFileFilter[] = "Control file (*.cmd)|*.cmd";
+inline constexpr char ClashFileFilter[] = "Fendrix access database (*.mdb)|*.mdb";
+
 } // namespace fx::msg

@@ -2,7 +2,6 @@
 // reader's time zone.
 
 #include "pds/jetformat.h"
-#include "pds/jetfunctions.h"
 #include "pds/pdstime.h"
 #include "pds/sqlitedb.h"
 

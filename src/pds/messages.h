@@ -111,4 +111,24 @@ inline constexpr char ProjectNotDefined[] = "PDS-Project not defined";
 inline constexpr char ControlFileFilter[] = "Control file (*.cmd)|*.cmd";
 inline constexpr char ClashFileFilter[] = "Fendrix access database (*.mdb)|*.mdb";
 
+// Project schema queries, project and area locks, design file settings
+inline constexpr char ProjectNumberNotDefined[] = "Project number not defined";
+inline constexpr char ProjectSchemaNotExists[] = "Project schema doesn't exist";
+inline constexpr char ProjectDirectoryNotDefined[] = "Project directory not defined";
+inline constexpr char ProjectDirectoryNotExists[] = "Project directory '%0%' doesn't exist";
+inline constexpr char ProjectSeedFileNotDefined[] = "Project seed file not defined";
+inline constexpr char ProjectSeedFileNotExists[] = "Project seed file '%0%' doesn't exist";
+inline constexpr char ModelSeedFileNotExists[] = "Model seed file: '%0%' doesn't exist";
+inline constexpr char ClashDisciplineNotDefined[] = "Clash discipline not defined";
+inline constexpr char UnknownLockOwner[] = "UNKNOWN";
+inline constexpr char ReleasingProjectLockFailed[] = "Releasing project marker file failed: %0%";
+inline constexpr char ReleasingAreaLocksFailed[] = "Releasing area marker files failed: %0%";
+inline constexpr char ReadingDesignFileSettings[] = "Reading settings from design file '%0%'...";
+inline constexpr char DesignMasterUnits[] = "Master units: '%0%'";
+inline constexpr char DesignSubUnits[] = "Sub units: '%0%'";
+inline constexpr char DesignSubPerMast[] = "SubPerMast: %0%";
+inline constexpr char DesignUorPerSub[] = "UorPerSub: %0%";
+inline constexpr char DesignFileNotReadable[] = "Design file '%0%' cannot be read";
+inline constexpr char DesignHeaderMissing[] = "'%0%' is not a design file: no design header";
+
 } // namespace fx::msg

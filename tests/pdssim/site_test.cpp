@@ -11,7 +11,7 @@
 #include "pdssim/siteconfig.h"
 #include "pdssim/siteserver.h"
 
-#include "../pds/pgtestserver.h"
+#include "sitekind.h"
 #include "support/sandbox.h"
 
 #include <QCryptographicHash>
@@ -51,19 +51,13 @@ protected:
     // Builds the site of the parameter's kind and points this process's Fendrix at it.
     bool BuildAndInstall()
     {
-        QString kind = QString::fromLatin1(GetParam());
-        if (kind == u"postgres"_s) {
-            const auto server = fxtest::PgTestServer::FromEnv();
-            if (!server)
-                return false;
-            kind = u"postgres=host=%1;port=%2;dbname=%3;user=%4;password=%5"_s.arg(server->host, server->port,
-                                                                                   server->database, server->user,
-                                                                                   server->password);
-        }
+        const std::optional<QString> kind = fxtest::SiteKind(GetParam());
+        if (!kind)
+            return false;
         options.root = box.Root() + u"site"_s;
         options.project = project;
         options.clashes = kClashes;
-        options.kind = kind;
+        options.kind = *kind;
         options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
         BuildSite(options);
         InstallSiteConfig(SiteLayout(options.root), box.ProgramDir());

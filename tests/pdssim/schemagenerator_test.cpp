@@ -159,11 +159,11 @@ TEST(SchemaGenerator, columns_are_declared_with_ris_types_that_survive_a_dump)
     EXPECT_EQ(PostgreSQLTypeOfRISType(QStringLiteral("int")), QStringLiteral("integer"));
 }
 
-TEST(SchemaGeneratorEdge, every_case_of_the_manifest_is_in_the_rows_it_names)
+TEST(SchemaGeneratorEdge, every_case_of_the_manifest_is_in_the_rows_it_names_even_on_the_smallest_site)
 {
     fxtest::Sandbox box;
     const QString file = box.Root() + QStringLiteral("pd_T1.db");
-    SchemaOptions options = Options(200, 5, true);
+    SchemaOptions options = Options(kMinClashes, 5, true);
     options.edgeFatal = true;
     WriteManifest(box.Root() + QStringLiteral("manifest.ini"), GenerateSchema(options, file));
     const QList<EdgeCase> cases = ReadManifest(box.Root() + QStringLiteral("manifest.ini"));

@@ -132,7 +132,8 @@ void WriteModelsAndComponents(SchemaBuilder &b)
                                    + area.name.right(2) + QByteArray::number(ordinal).rightJustified(3, '0');
         b.AddModel(area.discipline, area.index, ++partitions[area.discipline], modelNo, int(1 + b.rng.Below(3)));
     }
-    const qint64 componentCount = std::max<qint64>(20, n);
+    // The hard cases take components 0 to 27 for themselves.
+    const qint64 componentCount = std::max<qint64>(32, n);
     std::vector<qint64> rows(size_t(modelCount), 0);
     for (qint64 i = 0; i < componentCount; ++i) {
         const int model = int(i * modelCount / componentCount);

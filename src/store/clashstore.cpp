@@ -45,7 +45,7 @@ bool IsSchemaReachable(CRIS &cris, const QString &schema)
         if (cris.GetDBConType() == DBConType::RIS)
             return cris.IsRISSchemaExists(schema);
         // The other kinds know no schema list: the project row's table stands for the schema.
-        return cris.IsTableExists(schema, QStringLiteral("pdtable_101"));
+        return cris.IsTableExists(schema, QStringLiteral("pdtable_102"));
     } catch (const std::exception &) {
         return false;
     }

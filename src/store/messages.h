@@ -20,4 +20,31 @@ inline constexpr char CreatingAdvancedFilterTables[] = "Creating advanced filter
 inline constexpr char CreatingNamedTable[] = "Creating %0% table ...";
 inline constexpr char AdvancedFilterTablesCreated[] = "Advanced filter tables created successfully";
 
+// Loading clashes from a project or a clash file
+inline constexpr char NoProject[] = "NO_PROJECT";
+inline constexpr char NoProjectOpen[] = "No project loaded";
+inline constexpr char LoadingProject[] = "Loading project '%0%' ('%1%') ...";
+inline constexpr char ClashFileNotDefined[] = "Fendrix access database not defined";
+inline constexpr char InvalidClashFile[] = "Invalid Fendrix access database '%0%'";
+inline constexpr char ControlFileNotExists[] = "Control file '%0%' not exists";
+inline constexpr char PdsProjectSchemaNotExists[] = "Project schema of PDS-Project '%0%' not exists";
+inline constexpr char LoadingClashesFromFile[] = "Loading clashes from file: '%0%' ...";
+inline constexpr char LoadingClashesFromSchema[] = "Loading clashes from project schema ...";
+inline constexpr char CheckingProjectMarker[] = "Checking if project marker file is locked ...";
+inline constexpr char CheckingAreaMarkers[] = "Checking if interference area marker files are locked ...";
+inline constexpr char ReadOnlyModeText[] = " (read only mode) ";
+inline constexpr char ProjectMarkerLockedUnlock[] = "Project marker file is locked by '%0%' since %1%.%2%To unlock press 'Yes'.%2%To continue anyway%3%without unlocking press 'No'";
+inline constexpr char ProjectMarkerLockedContinue[] = "Project marker file is locked by '%0%' since %1%.%2%Continue anyway%3%without unlocking?";
+inline constexpr char ProjectMarkerLocked[] = "Project marker file is locked";
+inline constexpr char AreaMarkersLockedUnlock[] = "Some of area marker files are locked by '%0%' since %1%.%2%To unlock press 'Yes'.%2%To continue anyway%3%without unlocking press 'No'";
+inline constexpr char AreaMarkersLockedContinue[] = "Some of area marker files are locked by '%0%' since %1%.%2%Continue anyway%3%without unlocking?";
+inline constexpr char AreaMarkersLocked[] = "Some of area marker files are locked";
+inline constexpr char PreparingClashData[] = "Preparing clash data ...";
+inline constexpr char NoClashesInProject[] = "No clashes in PDS-Project '%0%' found.%1%Please run PDS Interference Checker at first";
+inline constexpr char ClashesLoaded[] = "Clashes loaded successfully";
+inline constexpr char MaxDBSizeReached[] = "Fendrix database '%0%' has reached maximal allowed file size %1% KB";
+inline constexpr char MaxDBSizeNear[] = "%0% percent (%1% KB) of maximal allowed Fendrix database file size '%2%' has been reached.%3%"
+                                        "Please save all changes to file to compress the database (File->Save changes) "
+                                        "and reload clashes from this file (File->Load clashes from file)";
+
 } // namespace fx::msg

@@ -1,0 +1,264 @@
+// Opening a project into the clash store from pdssim sites: the three open states, the lock
+// prompts, and nothing left behind when a load fails or the project is closed.
+
+#include "frame/failure.h"
+#include "frame/messagebox.h"
+#include "frame/processstate.h"
+#include "frame/settings.h"
+#include "pds/cris.h"
+#include "pds/messages.h"
+#include "pds/projectdatabase.h"
+#include "pds/projectlocks.h"
+#include "pds/projectschema.h"
+#include "pds/sqlitedb.h"
+#include "pdssim/sitebuild.h"
+#include "pdssim/siteconfig.h"
+#include "pdssim/sitelayout.h"
+#include "store/clashstore.h"
+#include "store/loadclashes.h"
+#include "store/messages.h"
+
+#include "sitekind.h"
+#include "support/failures.h"
+#include "support/recordingmessagebox.h"
+#include "support/sandbox.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+using namespace fx;
+using namespace pdssim;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class ClashLoad : public testing::TestWithParam<const char *>
+{
+protected:
+    void SetUp() override
+    {
+        const auto kind = fxtest::SiteKind(GetParam());
+        if (!kind)
+            GTEST_SKIP() << "no PostgreSQL test server";
+        m_kind = *kind;
+        Process().WorkDir = box.Temp();
+        Process().BatchMode = false;
+        // Project rows are remembered per process; an earlier test's site had the same name.
+        ClearProjectCache();
+    }
+
+    void TearDown() override
+    {
+        FreeClashes();
+        ClearProjectCache();
+        Process().WorkDir.clear();
+    }
+
+    // Builds the site and makes it the program's: its settings, its user config file.
+    void Build(bool edge, int clashes = 12)
+    {
+        SiteOptions options;
+        options.root = box.Root() + u"site"_s;
+        options.project = project;
+        options.clashes = clashes;
+        options.kind = m_kind;
+        options.edge = edge;
+        options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
+        BuildSite(options);
+        layout.emplace(options.root);
+        InstallSiteConfig(*layout, box.ProgramDir());
+        SetUserConfigFile(SiteUserConfigFile(*layout, project));
+        UseProjectDatabase(cris, GetProjectDatabase(SiteUserConfigFile(*layout, project), project));
+    }
+
+    qint64 SchemaCount(const QString &sql) { return cris.DBRead(u"pd_"_s + project, sql).Value(0, 0).toLongLong(); }
+    qint64 StoreCount(const QString &sql) { return ClashConnection().Read(sql).Value(0, 0).toLongLong(); }
+
+    // The working copies the store left in the work folder.
+    QStringList WorkCopies() const { return QDir(box.Temp()).entryList({u"fx*.fxdb*"_s}, QDir::Files); }
+
+    QString ControlFile() const { return layout->ControlFile(); }
+
+    void ExpectNothingOpen()
+    {
+        EXPECT_EQ(GetProjectName(), QString::fromLatin1(msg::NoProject));
+        EXPECT_TRUE(GetClashFile().isEmpty());
+        EXPECT_TRUE(GetWorkDB().isEmpty());
+        EXPECT_FALSE(IsSchemaAvailable());
+        EXPECT_FALSE(IsReadOnly());
+        EXPECT_EQ(fxtest::FailureText([] { ClashConnection(); }), u"ClashConnection: "_s + QString::fromLatin1(msg::NoProjectOpen));
+        EXPECT_EQ(WorkCopies(), QStringList());
+    }
+
+    fxtest::Sandbox box;
+    const QString project = u"EDGE"_s;
+    QString m_kind;
+    std::optional<SiteLayout> layout;
+    CRIS cris;
+};
+
+} // namespace
+
+TEST_P(ClashLoad, a_project_opens_online_with_the_schemas_clashes_then_again_from_its_clash_file_and_offline)
+{
+    Build(false);
+    ExpectNothingOpen();
+    InitClashes(ControlFile(), project);
+    EXPECT_EQ(GetProjectName(), project);
+    EXPECT_TRUE(IsSchemaAvailable());
+    EXPECT_FALSE(IsReadOnly());
+    EXPECT_TRUE(GetClashFile().isEmpty());
+    EXPECT_FALSE(GetProjectProjFile().PROJ_FILE.isEmpty());
+    const qint64 clashes = SchemaCount(u"SELECT COUNT(*) FROM pdtable_132 WHERE if_approval_status <> 99"_s);
+    EXPECT_GT(clashes, 0);
+    EXPECT_EQ(StoreCount(u"SELECT COUNT(*) FROM pdtable_132"_s), clashes);
+    EXPECT_EQ(StoreCount(u"SELECT COUNT(*) FROM base_clash_table"_s), clashes);
+    EXPECT_EQ(StoreCount(u"SELECT COUNT(DISTINCT unique_clash_id) FROM pdtable_133"_s), StoreCount(u"SELECT COUNT(*) FROM pdtable_133"_s));
+    EXPECT_EQ(StoreCount(u"SELECT COUNT(*) FROM pdtable_101"_s), SchemaCount(u"SELECT COUNT(*) FROM pdtable_101"_s));
+    EXPECT_FALSE(IsProjectLocked(cris, project)) << "the markers are held for the import only";
+    EXPECT_FALSE(IsIntAreaLocked(cris, project));
+    const QString workDB = GetWorkDB();
+    EXPECT_TRUE(QFile::exists(workDB));
+    EXPECT_TRUE(workDB.startsWith(box.Temp()));
+
+    // A copy of the store stands for a saved clash file.
+    const QString clashFile = box.Root() + u"saved.FXDB"_s;
+    ASSERT_TRUE(QFile::copy(workDB, clashFile));
+    FreeClashes();
+    EXPECT_FALSE(QFile::exists(workDB));
+    ExpectNothingOpen();
+    FreeClashes();
+
+    InitClashes(clashFile, project);
+    EXPECT_EQ(GetClashFile(), clashFile);
+    EXPECT_TRUE(IsSchemaAvailable());
+    EXPECT_FALSE(IsReadOnly());
+    EXPECT_NE(GetWorkDB(), clashFile);
+    EXPECT_EQ(StoreCount(u"SELECT COUNT(*) FROM base_clash_table"_s), clashes);
+
+    // A user config file that points at a folder without the project's schema.
+    SetUserConfigFile(box.WriteFile(u"elsewhere.ini"_s, (u"[EDGEDatabase]\nType=SQLite\nPath="_s + box.Temp() + u"\n"_s).toUtf8()));
+    InitClashes(clashFile, project);
+    EXPECT_FALSE(IsSchemaAvailable());
+    EXPECT_FALSE(IsReadOnly());
+    EXPECT_EQ(GetClashFile(), clashFile);
+    EXPECT_EQ(StoreCount(u"SELECT COUNT(*) FROM base_clash_table"_s), clashes);
+    EXPECT_EQ(WorkCopies().size(), 1) << "the earlier copy went when the project was opened again";
+    EXPECT_EQ(fxtest::FailureText([&] { InitClashes(ControlFile(), project); }),
+              u"InitClashes: SetProjectDefinition: "_s + ArgForm(msg::PdsProjectSchemaNotExists, {project}));
+    ExpectNothingOpen();
+}
+
+TEST_P(ClashLoad, a_project_locked_by_another_user_asks_first_and_opens_read_only_without_touching_the_markers)
+{
+    Build(true, 40);
+    {
+        fxtest::RecordingMessageBox boxes(IdNo);
+        InitClashes(ControlFile(), project);
+        ASSERT_EQ(boxes.boxes.size(), 2u);
+        const fxtest::ShownBox &first = boxes.boxes.at(0);
+        EXPECT_TRUE(first.text.startsWith(u"Project marker file is locked by 'FX_jdoe' since "_s)) << first.text.toStdString();
+        EXPECT_TRUE(first.text.endsWith(u".\nTo unlock press 'Yes'.\nTo continue anyway (read only mode) without unlocking press 'No'"_s))
+            << first.text.toStdString();
+        EXPECT_EQ(first.flags & 0xF, quint32(MbYesNoCancel));
+        EXPECT_EQ(first.flags & 0x300, quint32(MbDefButton3));
+        EXPECT_EQ(first.flags & 0xF0, quint32(MbIconCritical));
+        EXPECT_TRUE(boxes.boxes.at(1).text.startsWith(u"Some of area marker files are locked by 'UNKNOWN' since "_s))
+            << boxes.boxes.at(1).text.toStdString();
+        EXPECT_EQ(boxes.boxes.at(1).flags & 0x300, quint32(MbDefButton3));
+    }
+    EXPECT_TRUE(IsReadOnly());
+    EXPECT_TRUE(IsSchemaAvailable());
+    LockHolder holder;
+    EXPECT_TRUE(IsProjectLocked(cris, project, &holder));
+    EXPECT_EQ(holder.owner, u"FX_jdoe"_s) << "no marker of ours was set or cleared";
+    EXPECT_TRUE(IsIntAreaLocked(cris, project));
+    EXPECT_GT(StoreCount(u"SELECT COUNT(*) FROM base_clash_table"_s), 0);
+
+    // Cancel, the default of the box, refuses the project and leaves nothing behind.
+    Process().BatchMode = true;
+    EXPECT_EQ(fxtest::FailureText([&] { InitClashes(ControlFile(), project); }),
+              u"InitClashes: LoadClashes: "_s + QString::fromLatin1(msg::ProjectMarkerLocked));
+    Process().BatchMode = false;
+    ExpectNothingOpen();
+
+    // Allowed to open locked projects, the answer No gives a writable session.
+    SetIniValue(SiteUserConfigFile(*layout, project), u"Options"_s, u"AllowOpenLockedProject"_s, u"1"_s);
+    {
+        fxtest::RecordingMessageBox boxes(IdNo);
+        InitClashes(ControlFile(), project);
+        ASSERT_EQ(boxes.boxes.size(), 2u);
+        EXPECT_TRUE(boxes.boxes.at(0).text.endsWith(u"To continue anyway without unlocking press 'No'"_s))
+            << boxes.boxes.at(0).text.toStdString();
+    }
+    EXPECT_FALSE(IsReadOnly());
+
+    // Yes clears the other user's markers; ours are taken and given back around the import.
+    {
+        fxtest::RecordingMessageBox boxes(IdYes);
+        InitClashes(ControlFile(), project);
+        EXPECT_EQ(boxes.boxes.size(), 2u) << "unlocking the project leaves the areas to ask about";
+    }
+    EXPECT_FALSE(IsReadOnly());
+    EXPECT_FALSE(IsProjectLocked(cris, project));
+    EXPECT_FALSE(IsIntAreaLocked(cris, project));
+}
+
+TEST_P(ClashLoad, a_load_that_fails_after_the_import_frees_the_store_and_the_markers)
+{
+    Build(false);
+    const QString schema = u"pd_"_s + project;
+    cris.DBWrite(schema, u"INSERT INTO pdtable_132 SELECT * FROM pdtable_132 WHERE unique_clash_id = "
+                         u"(SELECT MIN(unique_clash_id) FROM pdtable_132);"_s, true);
+    cris.DBWrite(schema, u"UPDATE pdtable_132 SET if_approval_status = 99 WHERE unique_clash_id = "
+                         u"(SELECT MIN(unique_clash_id) FROM pdtable_132);"_s, true);
+    EXPECT_EQ(fxtest::FailureText([&] { InitClashes(ControlFile(), project); }),
+              u"InitClashes: LoadClashes: "_s + ArgForm(msg::DoubleClashes, {project, u"\n"_s}));
+    ExpectNothingOpen();
+    EXPECT_FALSE(IsProjectLocked(cris, project));
+    EXPECT_FALSE(IsIntAreaLocked(cris, project));
+
+    cris.DBWrite(schema, u"DELETE FROM pdtable_132;"_s, true);
+    EXPECT_EQ(fxtest::FailureText([&] { InitClashes(ControlFile(), project); }),
+              u"InitClashes: LoadClashes: "_s + ArgForm(msg::NoClashesInProject, {project, u"\n"_s}));
+    ExpectNothingOpen();
+    EXPECT_FALSE(IsProjectLocked(cris, project));
+}
+
+// The RIS kind is left out: the program's gateway keeps what it found of the first RIS site of
+// the process, so a second site in one test run is not reached.
+INSTANTIATE_TEST_SUITE_P(Kinds, ClashLoad, testing::Values("sqlite", "postgres"));
+
+TEST(ClashStoreSize, the_limit_itself_passes_one_byte_more_fails_and_past_four_fifths_a_warning_shows)
+{
+    fxtest::Sandbox box;
+    Process().BatchMode = false;
+    const QString file = box.WriteFile(u"big.fxdb"_s, QByteArray(1000, 'x'));
+    const QString ini = box.ProgramDir() + u"Fendrix.ini"_s;
+    EXPECT_EQ(MaxDBSize(), 2147483648LL);
+    SetIniValue(ini, u"Settings"_s, u"MaxDBSize"_s, u"1000"_s);
+    EXPECT_EQ(MaxDBSize(), 1000);
+    {
+        fxtest::RecordingMessageBox boxes(IdOk);
+        CheckIfMaxDBSizeIsReached(file, false);
+        EXPECT_TRUE(boxes.boxes.empty());
+        CheckIfMaxDBSizeIsReached(file, true);
+        ASSERT_EQ(boxes.boxes.size(), 1u);
+        EXPECT_EQ(boxes.boxes.at(0).text,
+                  u"80 percent (1 KB) of maximal allowed Fendrix database file size '"_s + file +
+                      u"' has been reached.\nPlease save all changes to file to compress the database (File->Save changes) "
+                      u"and reload clashes from this file (File->Load clashes from file)"_s);
+        EXPECT_EQ(boxes.boxes.at(0).flags & 0xF0, quint32(MbIconCritical));
+    }
+    SetIniValue(ini, u"Settings"_s, u"MaxDBSize"_s, u"999"_s);
+    EXPECT_EQ(fxtest::FailureText([&] { CheckIfMaxDBSizeIsReached(file, false); }),
+              u"CheckIfMaxDBSizeIsReached: "_s + ArgForm(msg::MaxDBSizeReached, {file, u"1"_s}));
+    SetIniValue(ini, u"Settings"_s, u"MaxDBSize"_s, u"1250"_s);
+    {
+        fxtest::RecordingMessageBox boxes(IdOk);
+        CheckIfMaxDBSizeIsReached(file, true);
+        EXPECT_TRUE(boxes.boxes.empty()) << "exactly four fifths is not past them";
+    }
+}

@@ -34,6 +34,8 @@ protected:
     // Builds an edge site, copies and cleans its tables and derives the working tables.
     void SetUp() override
     {
+        // Project rows are remembered per process: each test's site is a new one.
+        ClearProjectCache();
         SiteOptions options;
         options.root = box.Root() + u"site"_s;
         options.project = project;

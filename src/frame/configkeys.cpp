@@ -6,16 +6,26 @@
 
 namespace fx {
 
+QString ReadConfigKey(const QString &file, const ConfigKey &key)
+{
+    return GetIniValue(file, QString::fromUtf8(key.section), QString::fromUtf8(key.key),
+                       QString::fromUtf8(key.defaultValue));
+}
+
+void WriteConfigKey(const QString &file, const ConfigKey &key, const QString &value)
+{
+    SetIniValue(file, QString::fromUtf8(key.section), QString::fromUtf8(key.key), value);
+}
+
 namespace {
 QString Read(const ConfigKey &key)
 {
-    return GetIniValue(GetConfigFile(), QString::fromUtf8(key.section), QString::fromUtf8(key.key),
-                       QString::fromUtf8(key.defaultValue));
+    return ReadConfigKey(GetConfigFile(), key);
 }
 
 void Write(const ConfigKey &key, const QString &value)
 {
-    SetIniValue(GetConfigFile(), QString::fromUtf8(key.section), QString::fromUtf8(key.key), value);
+    WriteConfigKey(GetConfigFile(), key, value);
 }
 
 const ConfigKey &UserConfigFileKey(ExecutionModeKind mode)

@@ -18,6 +18,11 @@ struct ConfigKey
     const char *defaultValue;
 };
 
+/// The key's value in `file`, or its default.
+QString ReadConfigKey(const QString &file, const ConfigKey &key);
+/// Writes the key's value into `file`.
+void WriteConfigKey(const QString &file, const ConfigKey &key, const QString &value);
+
 namespace configkey {
 inline constexpr ConfigKey Language{"Language", "Language", "English"};
 inline constexpr ConfigKey AutoLoad{"Settings", "AutoLoad", "0"};

@@ -8,8 +8,7 @@ namespace fx {
 
 QString ConfiguredOdbcDriver(const ConfigKey &key)
 {
-    return GetIniValue(ProgramDir() + QStringLiteral("Fendrix.ini"), QString::fromUtf8(key.section),
-                       QString::fromUtf8(key.key), QString::fromUtf8(key.defaultValue));
+    return ReadConfigKey(ProgramDir() + QStringLiteral("Fendrix.ini"), key);
 }
 
 OdbcSchemaConnection::OdbcSchemaConnection(DBConType kind, const QString &connectionString)

@@ -1,5 +1,6 @@
 #include "store/description.h"
 
+#include "frame/configkeys.h"
 #include "frame/failure.h"
 #include "frame/fileops.h"
 #include "frame/messages.h"
@@ -13,13 +14,12 @@ namespace {
 
 QString Read(const ConfigKey &key)
 {
-    return GetIniValue(GetUserConfigFile(), QString::fromUtf8(key.section), QString::fromUtf8(key.key),
-                       QString::fromUtf8(key.defaultValue));
+    return ReadConfigKey(GetUserConfigFile(), key);
 }
 
 void Write(const ConfigKey &key, const QString &value)
 {
-    SetIniValue(GetUserConfigFile(), QString::fromUtf8(key.section), QString::fromUtf8(key.key), value);
+    WriteConfigKey(GetUserConfigFile(), key, value);
 }
 
 } // namespace

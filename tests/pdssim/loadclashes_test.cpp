@@ -5,6 +5,7 @@
 #include "frame/messagebox.h"
 #include "frame/processstate.h"
 #include "frame/settings.h"
+#include "pds/scratchfiles.h"
 #include "pds/cris.h"
 #include "pds/messages.h"
 #include "pds/projectdatabase.h"
@@ -93,7 +94,8 @@ protected:
     }
 
     fxtest::Sandbox box;
-    const QString project = u"EDGE"_s;
+    // A name of its own per test, so that tests side by side on one PostgreSQL server never meet.
+    const QString project = u"E"_s + RandomScratchName().toUpper();
     QString m_kind;
     std::optional<SiteLayout> layout;
     CRIS cris;
@@ -139,7 +141,7 @@ TEST_P(ClashLoad, a_project_opens_online_with_the_schemas_clashes_then_again_fro
     EXPECT_EQ(StoreCount(u"SELECT COUNT(*) FROM base_clash_table"_s), clashes);
 
     // A user config file that points at a folder without the project's schema.
-    SetUserConfigFile(box.WriteFile(u"elsewhere.ini"_s, (u"[EDGEDatabase]\nType=SQLite\nPath="_s + box.Temp() + u"\n"_s).toUtf8()));
+    SetUserConfigFile(box.WriteFile(u"elsewhere.ini"_s, (u"["_s + project + u"Database]\nType=SQLite\nPath="_s + box.Temp() + u"\n"_s).toUtf8()));
     InitClashes(clashFile, project);
     EXPECT_FALSE(IsSchemaAvailable());
     EXPECT_FALSE(IsReadOnly());

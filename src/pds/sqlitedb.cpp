@@ -2,12 +2,25 @@
 
 #include "frame/failure.h"
 #include "pds/adotypes.h"
+#include "pds/jetformat.h"
 #include "pds/jetfunctions.h"
 #include "pds/messages.h"
 
 #include <sqlite3.h>
 
 namespace fx {
+
+QString StoreDateText(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::QDate:
+        return value.toDate().toString(QStringLiteral("yyyy-MM-dd 00:00:00"));
+    case QMetaType::QTime:
+        return value.toTime().toString(QStringLiteral("HH:mm:ss"));
+    default:
+        return JetDateText(value.toDateTime());
+    }
+}
 
 SqliteDb::SqliteDb(const QString &file, OpenMode mode)
     : m_file(file)
@@ -141,6 +154,13 @@ void SqliteStatement::Bind(int index, const QVariant &value)
         case QMetaType::Double: case QMetaType::Float:
             rc = sqlite3_bind_double(m_stmt, index, value.toDouble());
             break;
+        case QMetaType::QDateTime: case QMetaType::QDate: case QMetaType::QTime: {
+            // The store keeps dates as local time text that sorts and compares as dates.
+            const QByteArray text = StoreDateText(value).toUtf8();
+            rc = sqlite3_bind_text64(m_stmt, index, text.constData(), sqlite3_uint64(text.size()), SQLITE_TRANSIENT,
+                                     SQLITE_UTF8);
+            break;
+        }
         case QMetaType::QByteArray: {
             const QByteArray bytes = value.toByteArray();
             rc = sqlite3_bind_blob64(m_stmt, index, bytes.constData(), sqlite3_uint64(bytes.size()), SQLITE_TRANSIENT);

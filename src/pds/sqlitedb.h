@@ -23,7 +23,8 @@ public:
     SqliteStatement(SqliteStatement &&other) noexcept;
     ~SqliteStatement();
 
-    /// Binds `value` to parameter `index` (from 1); a null QVariant binds NULL.
+    /// Binds `value` to parameter `index` (from 1); a null QVariant binds NULL, a date the
+    /// store's date text.
     void Bind(int index, const QVariant &value);
     /// Runs one step: true while a row is ready, false when done. Raises on an error.
     bool Step();
@@ -93,6 +94,10 @@ private:
     SqliteDb &m_db;
     bool m_open = true;
 };
+
+/// A date, date-only or time value as the store keeps it: 'YYYY-MM-DD HH:MM:SS' local text
+/// (a date alone at midnight, a time alone as 'HH:MM:SS'). Bind writes date values so.
+QString StoreDateText(const QVariant &value);
 
 /// Reads all rows of a prepared statement into a result, with field types taken from the
 /// declared column types (or, for computed columns, from the first value that is not NULL).

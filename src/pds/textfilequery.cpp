@@ -43,14 +43,6 @@ TextTableSql ResolveTextFile(const QString &textFile, const QString &rewrittenSq
     return result;
 }
 
-QVariant StoreValue(const QVariant &value)
-{
-    // The store keeps dates as local time text that sorts as dates.
-    if (value.typeId() == QMetaType::QDateTime)
-        return value.toDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-    return value;
-}
-
 // Loads the text file into textfile.[alias] of `db`.
 void LoadTextFile(SqliteDb &db, const QString &textFile, const QString &alias)
 {
@@ -71,7 +63,7 @@ void LoadTextFile(SqliteDb &db, const QString &textFile, const QString &alias)
     qint64 count = 0;
     while (reader.Next(row)) {
         for (int i = 0; i < row.size(); ++i)
-            insert.Bind(i + 1, StoreValue(row.at(i)));
+            insert.Bind(i + 1, row.at(i));
         insert.Step();
         insert.Reset();
         if (++count % TableImporter::kSliceRows == 0)

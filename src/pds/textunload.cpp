@@ -9,6 +9,8 @@
 #include "pds/messages.h"
 #include "pds/schemaini.h"
 #include "pds/scratchfiles.h"
+#include "pds/tableimporter.h"
+#include "pds/sqlitedb.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -16,8 +18,6 @@
 namespace fx {
 
 namespace {
-
-constexpr int kSliceRows = 10000;
 
 QString FieldText(const QVariant &value)
 {
@@ -27,7 +27,7 @@ QString FieldText(const QVariant &value)
     case QMetaType::Double: case QMetaType::Float:
         return QString::number(value.toDouble(), 'g', 15);
     case QMetaType::QDateTime:
-        return value.toDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+        return StoreDateText(value);
     case QMetaType::QDate:
         return value.toDate().toString(QStringLiteral("yyyy-MM-dd"));
     case QMetaType::QTime:
@@ -81,7 +81,7 @@ QString UnloadQueryToTextFile(SchemaConnection &connection, const QString &sql, 
         QList<RecordsetField> fields;
         QString text;
         connection.ReadInSlices(
-            sql, kSliceRows, [&](const QList<RecordsetField> &described) { fields = described; },
+            sql, TableImporter::kSliceRows, [&](const QList<RecordsetField> &described) { fields = described; },
             [&](const QList<QVariantList> &rows) {
                 text.clear();
                 for (const QVariantList &row : rows) {

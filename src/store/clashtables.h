@@ -44,6 +44,10 @@ void CreateBaseClashTable(SqliteDb &db, const QString &project);
 /// The seven empty advanced filter tables.
 void CreateAdvancedFilterTables(SqliteDb &db);
 
+/// `clashes`: the rows of `base_clash_table` that pass the filters, with the component and
+/// DVCS columns the settings ask for. Saves the reviewer's changes in the old one first.
+void CreateClashTable();
+
 /// Drops a table when it exists.
 void DropLocalTable(SqliteDb &db, const QString &table);
 

@@ -5,7 +5,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build pkg-config
   qt6-base-dev libgl-dev
-  libsqlite3-dev unixodbc-dev odbc-postgresql libsqliteodbc
+  libsqlite3-dev sqlite3 unixodbc-dev odbc-postgresql libsqliteodbc
   postgresql clang libclang-rt-14-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   fonts-dejavu-core perl

@@ -41,6 +41,11 @@ QString ExecutableName()
     return QFileInfo(ProgramFilePath()).completeBaseName();
 }
 
+QString MainExecutableName()
+{
+    return QStringLiteral("fendrix");
+}
+
 QString ProgramDir()
 {
     QString dir = ProgramDirOverride();

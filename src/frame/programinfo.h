@@ -20,6 +20,9 @@ QString ProgramFilePath();
 
 /// The executable's name without folder and extension.
 QString ExecutableName();
+/// The main program's executable name, "fendrix", whichever front end runs: files kept per
+/// project under the program's name (the permissions) are shared by all of them.
+QString MainExecutableName();
 
 /// The program's folder with a trailing separator: where Fendrix.ini, Language/ and tip.txt stand.
 QString ProgramDir();

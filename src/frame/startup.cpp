@@ -125,6 +125,15 @@ QString FallbackLogFile()
     return QDir::toNativeSeparators(QDir::tempPath()) + QDir::separator() + QStringLiteral("Fendrix.log");
 }
 
+void RunStartupChecks()
+{
+    CheckTemp(ProgramTitle());
+    CheckMainConfig();
+    CheckUserConfig();
+    DoEvents();
+    InitLanguage();
+}
+
 StartOutcome Main(const CommandLineArgs &args, IStartupSplash *splash)
 {
     std::optional<BusyScope> busy(std::in_place);
@@ -140,11 +149,7 @@ StartOutcome Main(const CommandLineArgs &args, IStartupSplash *splash)
     const QString title = ProgramTitle();
 
     try {
-        CheckTemp(title);
-        CheckMainConfig();
-        CheckUserConfig();
-        DoEvents();
-        InitLanguage();
+        RunStartupChecks();
         LogMessage(msg::CommandLineArguments, {args.commandLine});
         if (args.usageWanted) {
             if (splash)

@@ -28,6 +28,10 @@ enum class StartOutcome {
     Failed,  ///< a failure was shown, with the log's location; the process ends
 };
 
+/// The checks every front end runs first: TEMP (where the log starts), Fendrix.ini, the user
+/// config file's folder, then the language. Raises the first that fails.
+void RunStartupChecks();
+
 /// Runs the start-up checks and settles the process-wide values.
 StartOutcome Main(const CommandLineArgs &args, IStartupSplash *splash = nullptr);
 

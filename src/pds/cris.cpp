@@ -65,7 +65,10 @@ void CRIS::SetUseRIS(const QString &risPath)
     Frame("CRIS::SetUseRIS", [&] {
         CloseConnection();
         m_dbConType = DBConType::RIS;
-        if (!risPath.isEmpty())
+        // Without a path the registry is asked again: another project may name another client.
+        if (risPath.isEmpty())
+            m_risPath.clear();
+        else
             SetRISPath(risPath);
     });
 }
@@ -91,7 +94,8 @@ QString CRIS::GetRISPath()
 QString CRIS::GetTempDir()
 {
     return Frame("CRIS::GetTempDir", [&] {
-        if (m_tempDir.isEmpty())
+        // A folder removed under us (TEMP cleaned, a test's sandbox gone) is made anew.
+        if (m_tempDir.isEmpty() || !IsFileExists(m_tempDir, true))
             SetTempDir();
         return m_tempDir;
     });

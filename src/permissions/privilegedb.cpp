@@ -143,7 +143,7 @@ QString GetPermissionDBFileName(const QString &projAddr, const QString &projFile
             projAddr.trimmed().isEmpty() || projFile.trimmed().isEmpty() ? QString() : LocalPath2UNC(projAddr, projFile);
         if (directory.isEmpty())
             Raise(msg::ProjFileDirectoryNotDefined);
-        const QString name = ExecutableName() + QStringLiteral(".mdb");
+        const QString name = MainExecutableName() + QStringLiteral(".mdb");
         const QString beside = AddBackslash(directory) + name;
         if (IsFileExists(beside))
             return beside;

@@ -4,6 +4,7 @@
 #include "frame/logmessage.h"
 #include "pds/jetfunctions.h"
 #include "pds/localdb.h"
+#include "store/clashstore.h"
 #include "store/clashtables.h"
 #include "store/description.h"
 #include "store/statusmessages.h"
@@ -135,6 +136,27 @@ void SetClashStatusA(SqliteDb &db, const QString &where, const QString &descript
         count = MDBWrite(db, sql);
         LogMessage(msg::ClashesUpdated, {QString::number(count)});
     });
+}
+
+ClashStatusHooks OpenStoreStatusHooks(std::function<bool(qint16 action)> askDescription)
+{
+    ClashStatusHooks hooks;
+    hooks.askDescription = std::move(askDescription);
+    hooks.checkDatabaseSize = [] { CheckIfMaxDBSizeIsReached(QString(), true); };
+    hooks.clashesChanged = [] { SetClashesChanged(true); };
+    return hooks;
+}
+
+void SetClashStatus(const QString &where, qint16 action, qint64 &count, bool showDialog, bool complain,
+                    std::function<bool(qint16 action)> askDescription)
+{
+    SetClashStatus(ClashConnection(), where, action, count, showDialog, complain,
+                   OpenStoreStatusHooks(std::move(askDescription)));
+}
+
+void SetClashStatusA(const QString &where, const QString &description, qint16 action, qint16 mode, qint64 &count)
+{
+    SetClashStatusA(ClashConnection(), where, description, action, mode, count, OpenStoreStatusHooks());
 }
 
 } // namespace fx

@@ -55,4 +55,15 @@ void SetClashStatus(SqliteDb &db, const QString &where, qint16 action, qint64 &c
 void SetClashStatusA(SqliteDb &db, const QString &where, const QString &description, qint16 action, qint16 mode,
                      qint64 &count, const ClashStatusHooks &hooks = {});
 
+/// The hooks of the open project's store: its size check with the warning on, and its changed
+/// flag; `askDescription` is the caller's dialog, if any.
+ClashStatusHooks OpenStoreStatusHooks(std::function<bool(qint16 action)> askDescription = {});
+
+/// SetClashStatus on the open project's store.
+void SetClashStatus(const QString &where, qint16 action, qint64 &count, bool showDialog, bool complain,
+                    std::function<bool(qint16 action)> askDescription = {});
+
+/// SetClashStatusA on the open project's store.
+void SetClashStatusA(const QString &where, const QString &description, qint16 action, qint16 mode, qint64 &count);
+
 } // namespace fx

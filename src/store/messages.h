@@ -48,3 +48,21 @@ inline constexpr char MaxDBSizeNear[] = "%0% percent (%1% KB) of maximal allowed
                                         "and reload clashes from this file (File->Load clashes from file)";
 
 } // namespace fx::msg
+
+namespace fx::msg {
+
+// Commands on the open project's clashes that the project or the user's permissions refuse
+inline constexpr char ProjectIsReadOnly[] = "PDS-Project '%0%' is opened in read only mode";
+inline constexpr char ProjectIsOffline[] = "PDS-Project '%0%' is offline: its schema can't be reached";
+inline constexpr char PermissionNotGranted[] = "Permission '%0%' not granted";
+
+// Clashes written out as comma-separated values
+inline constexpr char ExportingClashes[] = "Exporting clashes to '%0%' ...";
+inline constexpr char ClashesExported[] = "%0% clashes exported";
+inline constexpr char ExportWriteFailed[] = "File '%0%' can't be written: %1%";
+
+// The counts of the status line
+inline constexpr char StatusLineTotal[] = "Total: %0% clashes (approved: %1%; unapproved: %2%)";
+inline constexpr char StatusLineFiltered[] = "; Filtered: %0% clashes (approved: %1%; unapproved: %2%)";
+
+} // namespace fx::msg

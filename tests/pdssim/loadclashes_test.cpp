@@ -229,9 +229,7 @@ TEST_P(ClashLoad, a_load_that_fails_after_the_import_frees_the_store_and_the_mar
     EXPECT_FALSE(IsProjectLocked(cris, project));
 }
 
-// The RIS kind is left out: the program's gateway keeps what it found of the first RIS site of
-// the process, so a second site in one test run is not reached.
-INSTANTIATE_TEST_SUITE_P(Kinds, ClashLoad, testing::Values("sqlite", "postgres"));
+INSTANTIATE_TEST_SUITE_P(Kinds, ClashLoad, testing::Values("sqlite", "ris", "postgres"));
 
 TEST(ClashStoreSize, the_limit_itself_passes_one_byte_more_fails_and_past_four_fifths_a_warning_shows)
 {

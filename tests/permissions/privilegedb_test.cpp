@@ -241,7 +241,7 @@ TEST_F(PrivilegeDatabase, the_manager_reads_back_what_it_wrote)
 TEST_F(PrivilegeDatabase, the_file_stands_beside_proj_file_or_in_the_configuration_folder)
 {
     const QString project = m_sandbox.Root() + QStringLiteral("project");
-    const QString name = ExecutableName() + QStringLiteral(".mdb");
+    const QString name = MainExecutableName() + QStringLiteral(".mdb");
     EXPECT_EQ(GetPermissionDBFileName(GetComputerName(), project, false), GetConfigDir() + name);
     m_sandbox.WriteFile(QStringLiteral("project/") + name, QByteArray());
     EXPECT_EQ(GetPermissionDBFileName(GetComputerName(), project, false), project + QDir::separator() + name);

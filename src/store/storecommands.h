@@ -1,0 +1,27 @@
+#pragma once
+// Which commands on the open project's clashes the user may give: the same rule for the
+// approval window's menus and for the command-line tool, so that neither allows more.
+
+#include <QString>
+
+namespace fx {
+
+/// The commands that change or save the open project's clashes.
+enum class StoreCommand {
+    ChangeStatus,   ///< approve real or false, unapprove
+    SetDescription, ///< set a description only
+    ApprovalFilter, ///< the approval filter
+    Save,           ///< save the changes at all
+    SaveToProject,  ///< write the changes back to the project
+};
+
+/// Empty when the open project and the user's permissions allow `command`; otherwise why not.
+QString StoreCommandRefusal(StoreCommand command);
+
+/// True when `command` may be given now.
+bool IsStoreCommandAllowed(StoreCommand command);
+
+/// Raises the refusal of `command`, if any.
+void RequireStoreCommand(StoreCommand command);
+
+} // namespace fx

@@ -3,6 +3,7 @@
 #include "frame/failure.h"
 #include "frame/fileops.h"
 #include "frame/log.h"
+#include "frame/loggedframe.h"
 #include "frame/logmessage.h"
 #include "frame/messagebox.h"
 #include "frame/programinfo.h"
@@ -163,7 +164,7 @@ void LoadClashes()
 
 void InitClashes(const QString &file, const QString &project)
 {
-    Frame("InitClashes", [&] {
+    LoggedFrame("InitClashes", [&] {
         try {
             FreeClashes();
             SetProjectDefinition(file, project);

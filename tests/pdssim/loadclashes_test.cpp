@@ -4,11 +4,9 @@
 
 #include "frame/failure.h"
 #include "frame/fileops.h"
-#include "frame/log.h"
 #include "frame/messagebox.h"
 #include "frame/processstate.h"
 #include "frame/settings.h"
-#include "frame/translation.h"
 #include "pds/scratchfiles.h"
 #include "pds/cris.h"
 #include "pds/messages.h"
@@ -27,6 +25,7 @@
 
 #include "sitekind.h"
 #include "support/failures.h"
+#include "support/loglines.h"
 #include "support/recordingmessagebox.h"
 #include "support/sandbox.h"
 
@@ -101,16 +100,6 @@ protected:
         return content;
     }
 
-    // How often the log holds `text` (in argument form) as a line of its own.
-    static int LogLines(const QString &text)
-    {
-        const QString line = u"  "_s + FillMessageArgs(text);
-        int count = 0;
-        for (const QString &logLine : ReadFile2Array(GetLogFile(), false))
-            count += logLine.endsWith(line) ? 1 : 0;
-        return count;
-    }
-
     QString ControlFile() const { return layout->ControlFile(); }
 
     void ExpectNothingOpen()
@@ -173,8 +162,6 @@ TEST_P(ClashLoad, a_project_opens_online_with_the_schemas_clashes_then_again_fro
     SaveClashes2File(clashFile);
     EXPECT_EQ(GetClashFile(), QString()) << "the open store goes on as it was";
     EXPECT_EQ(GetWorkDB(), workDB);
-    EXPECT_EQ(GetProjectNumber4MDB(clashFile), project);
-    EXPECT_EQ(GetProjFile4MDB(clashFile).PROJ_FILE, projFile.PROJ_FILE);
     FreeClashes();
     EXPECT_FALSE(QFile::exists(workDB));
     ExpectNothingOpen();
@@ -212,7 +199,7 @@ TEST_P(ClashLoad, a_project_opens_online_with_the_schemas_clashes_then_again_fro
     const QString refused = u"InitClashes: SetProjectDefinition: "_s + ArgForm(msg::PdsProjectSchemaNotExists, {project});
     EXPECT_EQ(fxtest::FailureText([&] { InitClashes(ControlFile(), project); }), refused);
     ExpectNothingOpen();
-    EXPECT_EQ(LogLines(refused), 1);
+    EXPECT_EQ(fxtest::LogLineCount(refused), 1);
 }
 
 TEST_P(ClashLoad, a_save_compresses_overwrites_its_target_and_keeps_each_tables_schema_but_no_system_table)
@@ -264,7 +251,7 @@ TEST_P(ClashLoad, a_failed_save_leaves_the_target_as_it_was_and_no_copy_behind)
     EXPECT_TRUE(failure.contains(u"no such table"_s)) << failure.toStdString();
     EXPECT_EQ(fxtest::Sandbox::ReadFile(target), older);
     EXPECT_EQ(SaveCopies(), QStringList());
-    EXPECT_EQ(LogLines(failure), 1);
+    EXPECT_EQ(fxtest::LogLineCount(failure), 1);
 
     // The final copy into a folder that is not there.
     ClashConnection().Execute(u"DROP TABLE [odd$name];"_s);

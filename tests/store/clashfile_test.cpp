@@ -1,10 +1,8 @@
 // What a clash file must hold to be opened, read without a project: its project number, the
 // project's paths, its tables; and a file that is no clash store refused before anything opens.
 
-#include "frame/fileops.h"
 #include "frame/log.h"
 #include "frame/processstate.h"
-#include "frame/translation.h"
 #include "pds/messages.h"
 #include "pds/sqlitedb.h"
 #include "pds/tableimporter.h"
@@ -14,6 +12,7 @@
 #include "store/messages.h"
 
 #include "support/failures.h"
+#include "support/loglines.h"
 #include "support/sandbox.h"
 
 #include <QDir>
@@ -105,17 +104,10 @@ TEST(ClashFileOpen, a_file_that_is_no_clash_store_is_refused_logged_once_and_lea
     fxtest::Sandbox box;
     Process().WorkDir = box.Temp();
     InitLog(QString(), u"clashfile"_s, QString());
-    const auto logLines = [](const QString &text) {
-        const QString line = u"  "_s + FillMessageArgs(text);
-        int count = 0;
-        for (const QString &logLine : ReadFile2Array(GetLogFile(), false))
-            count += logLine.endsWith(line) ? 1 : 0;
-        return count;
-    };
     const auto expectRefused = [&](const QString &file, const QString &text) {
         const QString failure = fxtest::FailureText([&] { InitClashes(file, u"P1"_s); });
         EXPECT_EQ(failure, u"InitClashes: SetProjectDefinition: "_s + text);
-        EXPECT_EQ(logLines(failure), 1) << failure.toStdString();
+        EXPECT_EQ(fxtest::LogLineCount(failure), 1) << failure.toStdString();
         EXPECT_EQ(GetProjectName(), QString::fromLatin1(msg::NoProject));
         EXPECT_TRUE(GetWorkDB().isEmpty());
         EXPECT_TRUE(GetClashFile().isEmpty());

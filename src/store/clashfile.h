@@ -2,6 +2,7 @@
 // Clash files: a whole clash store saved under a name of the user's choice, carrying what it
 // needs to be opened away from the project (project number, the project's paths, the units).
 
+#include "pds/dgnsettings.h"
 #include "pds/projfile.h"
 #include "pds/sqlitedb.h"
 
@@ -16,6 +17,8 @@ void SaveClashes2File(const QString &file);
 
 /// Writes the project's design units into `dgn_settings` of the open store.
 void SaveDGNSettings2MDB();
+/// Writes `units` as the one row of `dgn_settings` in `db`.
+void SaveDGNSettings2MDB(SqliteDb &db, const DGNSettings &units);
 
 /// Writes the project's server and project folder into `proj_file_settings` of the open store.
 void SaveProjFileSettings2MDB();
@@ -37,5 +40,9 @@ QStringList GetDBTables(SqliteDb &db);
 QString GetMasterUnits();
 qint32 GetSubPerMast();
 qint32 GetUorPerSub();
+/// The same of `db`, a store of `project`; 0 or empty when the table has no row.
+QString GetMasterUnits(SqliteDb &db, const QString &project);
+qint32 GetSubPerMast(SqliteDb &db, const QString &project);
+qint32 GetUorPerSub(SqliteDb &db, const QString &project);
 
 } // namespace fx

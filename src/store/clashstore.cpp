@@ -11,6 +11,7 @@
 #include "pds/messages.h"
 #include "pds/projectdatabase.h"
 #include "pds/projectschema.h"
+#include "store/clashfile.h"
 #include "store/messages.h"
 
 #include <QCoreApplication>
@@ -123,12 +124,12 @@ void SetProjectDefinition(const QString &file, const QString &project)
         if (IsClashFileName(file)) {
             if (file.trimmed().isEmpty())
                 Raise(msg::ClashFileNotDefined);
-            // Reading the project's number and record from the file comes with saving to a
-            // clash file; until then the file must exist and the caller names the project.
-            if (!IsFileExists(file))
+            if (!IsValidMDB(file))
                 Raise(msg::InvalidClashFile, {file});
+            // The file names its project; the caller's is not asked.
+            definition.name = GetProjectNumber4MDB(file).trimmed();
             clashFile = file;
-            definition.name = project.trimmed();
+            definition.projFile = GetProjFile4MDB(file);
         } else {
             if (file.trimmed().isEmpty())
                 Raise(msg::ControlFileNotDefined);

@@ -53,8 +53,9 @@ void SetClashesChanged(bool changed);
 /// The shared connection to the open store; raises when no project is open.
 SqliteDb &ClashConnection();
 
-/// Fixes which project is meant: a control file and a project, or a clash file (".fxdb").
-/// Points the gateway at the project's database and tests whether its schema is there.
+/// Fixes which project is meant: a control file and a project, or a clash file (".fxdb"),
+/// which names its project itself. Points the gateway at the project's database and tests
+/// whether its schema is there.
 void SetProjectDefinition(const QString &file, const QString &project);
 
 /// Forgets the project: records, paths and flags emptied.

@@ -4,6 +4,7 @@
 #include "frame/logmessage.h"
 #include "pds/localdb.h"
 #include "pds/tableimporter.h"
+#include "store/clashfile.h"
 #include "store/messages.h"
 #include "store/workingdatabase.h"
 
@@ -70,13 +71,13 @@ void DropLocalTable(SqliteDb &db, const QString &table)
     Frame("DropLocalTable", [&] { db.Execute(QStringLiteral("DROP TABLE IF EXISTS ") + BracketName(table)); });
 }
 
-void InitClashTables(SqliteDb &db, const ClashTablesContext &context, bool rebuild)
+void InitClashTables(SqliteDb &db, const QString &project, bool rebuild)
 {
     Frame("InitClashTables", [&] {
         if (rebuild) {
-            CreateIntersectionTable(db, context.unitsPerMaster);
+            CreateIntersectionTable(db, project);
             CreateLinkageTable(db);
-            CreateBaseClashTable(db, context.project);
+            CreateBaseClashTable(db, project);
             CreateAdvancedFilterTables(db);
         }
         UpgradeActionColumn(db, BaseClashTableName());
@@ -84,14 +85,15 @@ void InitClashTables(SqliteDb &db, const ClashTablesContext &context, bool rebui
     });
 }
 
-void CreateIntersectionTable(SqliteDb &db, double unitsPerMaster)
+void CreateIntersectionTable(SqliteDb &db, const QString &project)
 {
     Frame("CreateIntersectionTable", [&] {
         LogMessage(msg::CreatingIntersectionTable, {});
         DropLocalTable(db, IntersectionTableName());
         db.Execute(QStringLiteral("CREATE TABLE [intersection] ([unique_clash_id] INT, [min_x] DOUBLE, [max_x] DOUBLE, "
                                   "[min_y] DOUBLE, [max_y] DOUBLE, [min_z] DOUBLE, [max_z] DOUBLE);"));
-        const QString factor = RealLiteral(unitsPerMaster);
+        // Design units a master unit.
+        const QString factor = RealLiteral(double(GetUorPerSub(db, project)) * GetSubPerMast(db, project));
         const QString x = QStringLiteral("x"), y = QStringLiteral("y"), z = QStringLiteral("z");
         // A missed x overlap leaves min_x at -1, unlike every other bound: kept as it always was.
         db.Execute(QStringLiteral("INSERT INTO [intersection] SELECT unique_clash_id, %1 AS min_x, %2 AS max_x, %3 AS min_y, "

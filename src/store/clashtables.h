@@ -18,20 +18,13 @@ QString IntersectionTableName();
 /// The seven "AdvancedFilter_..." table names.
 QStringList AdvancedFilterTableNames();
 
-/// What the working tables need of the open project.
-struct ClashTablesContext
-{
-    QString project;
-    /// Design units a master unit (uor_per_sub * sub_per_mast of the project's design files).
-    double unitsPerMaster = 1;
-};
+/// Builds the working tables of `project`'s store when `rebuild` (a store fresh from the
+/// project), then brings the tables of an older clash file up to date.
+void InitClashTables(SqliteDb &db, const QString &project, bool rebuild);
 
-/// Builds the working tables when `rebuild` (a store fresh from the project), then brings the
-/// tables of an older clash file up to date.
-void InitClashTables(SqliteDb &db, const ClashTablesContext &context, bool rebuild);
-
-/// `intersection`: the overlap of the two components' ranges, in master units.
-void CreateIntersectionTable(SqliteDb &db, double unitsPerMaster);
+/// `intersection`: the overlap of the two components' ranges, in master units as the store's
+/// `dgn_settings` gives them.
+void CreateIntersectionTable(SqliteDb &db, const QString &project);
 
 /// `linkages`: each clash's two viewer object addresses; gives pdtable_134 its partition and
 /// linkage columns first.

@@ -3,6 +3,7 @@
 #include "frame/failure.h"
 #include "frame/fileops.h"
 #include "frame/log.h"
+#include "frame/loggedframe.h"
 #include "frame/logmessage.h"
 #include "frame/messagebox.h"
 #include "frame/programinfo.h"
@@ -10,9 +11,9 @@
 #include "pds/cris.h"
 #include "pds/messages.h"
 #include "pds/projectlocks.h"
-#include "pds/projectschema.h"
 #include "permissions/permissionnames.h"
 #include "permissions/privilegedb.h"
+#include "store/clashfile.h"
 #include "store/clashstore.h"
 #include "store/clashtables.h"
 #include "store/messages.h"
@@ -163,7 +164,7 @@ void LoadClashes()
 
 void InitClashes(const QString &file, const QString &project)
 {
-    Frame("InitClashes", [&] {
+    LoggedFrame("InitClashes", [&] {
         try {
             FreeClashes();
             SetProjectDefinition(file, project);
@@ -179,12 +180,12 @@ void InitClashes(const QString &file, const QString &project)
             }
             LoadClashes();
             const bool fromClashFile = IsClashFileName(file);
-            ClashTablesContext context{GetProjectName(), 1};
             if (!fromClashFile) {
-                const DGNSettings units = GetModelDGNSettings(TheCRIS(), GetProjectName());
-                context.unitsPerMaster = double(units.uorPerSub) * units.subPerMaster;
+                // A copy of the store then carries what it needs away from the project.
+                SaveProjFileSettings2MDB();
+                SaveDGNSettings2MDB();
             }
-            InitClashTables(ClashConnection(), context, !fromClashFile);
+            InitClashTables(ClashConnection(), GetProjectName(), !fromClashFile);
             CheckIfMaxDBSizeIsReached(QString(), false);
         } catch (...) {
             FreeClashes();

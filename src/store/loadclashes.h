@@ -5,8 +5,9 @@
 
 namespace fx {
 
-/// Opens a project: `file` is a control file, or a clash file (".fxdb") with `project` its
-/// project. Whatever was open goes first; on failure nothing is left open.
+/// Opens a project: `file` is a control file and `project` its project, or a clash file
+/// (".fxdb"), which names its project itself. Whatever was open goes first; on failure nothing
+/// is left open, and the failure is logged.
 void InitClashes(const QString &file, const QString &project);
 
 /// Fills the working copy of the defined project and opens the shared connection: a copy of

@@ -47,6 +47,14 @@ inline constexpr char MaxDBSizeNear[] = "%0% percent (%1% KB) of maximal allowed
                                         "Please save all changes to file to compress the database (File->Save changes) "
                                         "and reload clashes from this file (File->Load clashes from file)";
 
+// Clash files: saving the store, and what a clash file carries to be opened on its own
+inline constexpr char WritingChangesToFile[] = "Writing changes to file '%0%' by user '%1%' ...";
+inline constexpr char ChangesWritten[] = "Changes written successfully";
+inline constexpr char ClashFileNotExists[] = "Fendrix access database: '%0%' not exists";
+inline constexpr char ProjFileSettingsNotDefined[] = "proj_file settings not defined";
+inline constexpr char ClashFileProjAddrNotDefined[] = "PROJ_ADDR not defined";
+inline constexpr char ClashFileProjFileNotDefined[] = "PROJ_FILE not defined";
+
 } // namespace fx::msg
 
 namespace fx::msg {

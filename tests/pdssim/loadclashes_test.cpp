@@ -1,7 +1,9 @@
 // Opening a project into the clash store from pdssim sites: the three open states, the lock
-// prompts, and nothing left behind when a load fails or the project is closed.
+// prompts, saving to a clash file, and nothing left behind when a load or a save fails or the
+// project is closed.
 
 #include "frame/failure.h"
+#include "frame/fileops.h"
 #include "frame/messagebox.h"
 #include "frame/processstate.h"
 #include "frame/settings.h"
@@ -12,15 +14,18 @@
 #include "pds/projectlocks.h"
 #include "pds/projectschema.h"
 #include "pds/sqlitedb.h"
+#include "pds/tableimporter.h"
 #include "pdssim/sitebuild.h"
 #include "pdssim/siteconfig.h"
 #include "pdssim/sitelayout.h"
+#include "store/clashfile.h"
 #include "store/clashstore.h"
 #include "store/loadclashes.h"
 #include "store/messages.h"
 
 #include "sitekind.h"
 #include "support/failures.h"
+#include "support/loglines.h"
 #include "support/recordingmessagebox.h"
 #include "support/sandbox.h"
 
@@ -77,8 +82,23 @@ protected:
     qint64 SchemaCount(const QString &sql) { return cris.DBRead(u"pd_"_s + project, sql).Value(0, 0).toLongLong(); }
     qint64 StoreCount(const QString &sql) { return ClashConnection().Read(sql).Value(0, 0).toLongLong(); }
 
-    // The working copies the store left in the work folder.
+    // The working copies the store left in the work folder, the copies of a save included.
     QStringList WorkCopies() const { return QDir(box.Temp()).entryList({u"fx*.fxdb*"_s}, QDir::Files); }
+    QStringList SaveCopies() const { return QDir(box.Temp()).entryList({u"fxsave*"_s}, QDir::Files); }
+
+    // Every row of a query, in the order it gives them.
+    static QList<QVariantList> Rows(SqliteDb &db, const QString &sql) { return db.Read(sql).Rows(); }
+
+    // What a clash file must bring back: the clashes as the reviewer left them, the units and
+    // the project's paths.
+    QList<QList<QVariantList>> StoreContent()
+    {
+        QList<QList<QVariantList>> content;
+        for (const QString &sql : {u"SELECT * FROM base_clash_table ORDER BY clash_id"_s, u"SELECT * FROM dgn_settings"_s,
+                                   u"SELECT * FROM proj_file_settings"_s})
+            content << Rows(ClashConnection(), sql);
+        return content;
+    }
 
     QString ControlFile() const { return layout->ControlFile(); }
 
@@ -103,7 +123,7 @@ protected:
 
 } // namespace
 
-TEST_P(ClashLoad, a_project_opens_online_with_the_schemas_clashes_then_again_from_its_clash_file_and_offline)
+TEST_P(ClashLoad, a_project_opens_online_with_the_schemas_clashes_then_again_from_its_saved_clash_file_and_offline)
 {
     Build(false);
     ExpectNothingOpen();
@@ -125,32 +145,126 @@ TEST_P(ClashLoad, a_project_opens_online_with_the_schemas_clashes_then_again_fro
     EXPECT_TRUE(QFile::exists(workDB));
     EXPECT_TRUE(workDB.startsWith(box.Temp()));
 
-    // A copy of the store stands for a saved clash file.
+    // The store carries the project's paths and its seed file's units from the start.
+    const DGNSettings units = GetModelDGNSettings(cris, project);
+    EXPECT_EQ(Rows(ClashConnection(), u"SELECT * FROM dgn_settings"_s),
+              (QList<QVariantList>{{units.masterUnits, units.subUnits, qint64(units.subPerMaster), qint64(units.uorPerSub)}}));
+    const ProjFile projFile = GetProjectProjFile();
+    EXPECT_EQ(Rows(ClashConnection(), u"SELECT * FROM proj_file_settings"_s),
+              (QList<QVariantList>{{projFile.PROJ_ADDR, projFile.PROJ_FILE}}));
+    EXPECT_EQ(GetUorPerSub() * GetSubPerMast(), units.uorPerSub * units.subPerMaster);
+
+    // A reviewer's change travels in the file, and the file names its project itself.
+    ClashConnection().Execute(u"UPDATE base_clash_table SET review_comment = 'it''s kept' "
+                              u"WHERE clash_id = (SELECT MIN(clash_id) FROM base_clash_table)"_s);
+    const auto content = StoreContent();
     const QString clashFile = box.Root() + u"saved.FXDB"_s;
-    ASSERT_TRUE(QFile::copy(workDB, clashFile));
+    SaveClashes2File(clashFile);
+    EXPECT_EQ(GetClashFile(), QString()) << "the open store goes on as it was";
+    EXPECT_EQ(GetWorkDB(), workDB);
     FreeClashes();
     EXPECT_FALSE(QFile::exists(workDB));
     ExpectNothingOpen();
     FreeClashes();
 
-    InitClashes(clashFile, project);
+    // Online from the file while another user holds the project: no marker is asked about.
+    ProjectLockA(cris, project, u"FX_other"_s);
+    {
+        fxtest::RecordingMessageBox boxes(IdNo);
+        InitClashes(clashFile, u"NOT_THIS_ONE"_s);
+        EXPECT_TRUE(boxes.boxes.empty());
+    }
+    EXPECT_EQ(GetProjectName(), project);
     EXPECT_EQ(GetClashFile(), clashFile);
     EXPECT_TRUE(IsSchemaAvailable());
     EXPECT_FALSE(IsReadOnly());
     EXPECT_NE(GetWorkDB(), clashFile);
-    EXPECT_EQ(StoreCount(u"SELECT COUNT(*) FROM base_clash_table"_s), clashes);
+    EXPECT_EQ(GetProjectProjFile().PROJ_ADDR, projFile.PROJ_ADDR);
+    EXPECT_EQ(GetProjectProjFile().PROJ_FILE, projFile.PROJ_FILE);
+    EXPECT_EQ(StoreContent(), content);
+    LockHolder holder;
+    EXPECT_TRUE(IsProjectLocked(cris, project, &holder));
+    EXPECT_EQ(holder.owner, u"FX_other"_s);
+    ProjectUnlockA(cris, project);
 
-    // A user config file that points at a folder without the project's schema.
+    // Another machine: its user config file points at a folder without the project's schema.
     SetUserConfigFile(box.WriteFile(u"elsewhere.ini"_s, (u"["_s + project + u"Database]\nType=SQLite\nPath="_s + box.Temp() + u"\n"_s).toUtf8()));
-    InitClashes(clashFile, project);
+    InitClashes(clashFile, QString());
+    EXPECT_EQ(GetProjectName(), project);
     EXPECT_FALSE(IsSchemaAvailable());
     EXPECT_FALSE(IsReadOnly());
     EXPECT_EQ(GetClashFile(), clashFile);
-    EXPECT_EQ(StoreCount(u"SELECT COUNT(*) FROM base_clash_table"_s), clashes);
+    EXPECT_EQ(StoreContent(), content);
     EXPECT_EQ(WorkCopies().size(), 1) << "the earlier copy went when the project was opened again";
-    EXPECT_EQ(fxtest::FailureText([&] { InitClashes(ControlFile(), project); }),
-              u"InitClashes: SetProjectDefinition: "_s + ArgForm(msg::PdsProjectSchemaNotExists, {project}));
+    const QString refused = u"InitClashes: SetProjectDefinition: "_s + ArgForm(msg::PdsProjectSchemaNotExists, {project});
+    EXPECT_EQ(fxtest::FailureText([&] { InitClashes(ControlFile(), project); }), refused);
     ExpectNothingOpen();
+    EXPECT_EQ(fxtest::LogLineCount(refused), 1);
+}
+
+TEST_P(ClashLoad, a_save_compresses_overwrites_its_target_and_keeps_each_tables_schema_but_no_system_table)
+{
+    Build(false, 300);
+    InitClashes(ControlFile(), project);
+    SqliteDb &store = ClashConnection();
+    store.Execute(u"CREATE TABLE MSysAnything (id INT); INSERT INTO MSysAnything VALUES (1);"_s);
+    // Most rows deleted: their pages stay in the store's file, free.
+    for (const QString &table : {u"base_clash_table"_s, u"pdtable_132"_s, u"pdtable_133"_s, u"pdtable_135"_s,
+                                 u"intersection"_s, u"linkages"_s})
+        store.Execute(u"DELETE FROM %1 WHERE rowid % 10 <> 0"_s.arg(table));
+    const auto pragma = [](SqliteDb &db, const char *name) { return db.Read(QString::fromLatin1(name)).Value(0, 0).toLongLong(); };
+    const qint64 freePages = pragma(store, "PRAGMA freelist_count");
+    ASSERT_GT(freePages, 0);
+    const qint64 usedBytes = (pragma(store, "PRAGMA page_count") - freePages) * pragma(store, "PRAGMA page_size");
+    const QString target = box.WriteFile(u"target.fxdb"_s, QByteArray("an older save"));
+    SaveClashes2File(target);
+    EXPECT_LE(GetFileSize(target), usedBytes) << "the free pages stayed behind";
+    EXPECT_TRUE(IsValidMDB(target));
+    EXPECT_EQ(SaveCopies(), QStringList());
+
+    SqliteDb saved(target, SqliteDb::OpenMode::ReadOnly);
+    EXPECT_EQ(pragma(saved, "PRAGMA freelist_count"), 0);
+    const QStringList tables = GetDBTables(store);
+    EXPECT_TRUE(tables.contains(u"base_clash_table"_s));
+    EXPECT_TRUE(tables.contains(u"dgn_settings"_s));
+    EXPECT_EQ(GetDBTables(saved), tables);
+    EXPECT_FALSE(IsLocalTableExists(saved, u"MSysAnything"_s));
+    const QString schema = u"SELECT type, name, tbl_name, sql FROM sqlite_master WHERE tbl_name NOT LIKE 'MSys%' ORDER BY name"_s;
+    EXPECT_EQ(Rows(saved, schema), Rows(store, schema)) << "types, keys and indices as declared";
+    for (const QString &table : tables) {
+        const QString all = u"SELECT * FROM [%1] ORDER BY rowid"_s.arg(table);
+        EXPECT_EQ(Rows(saved, all), Rows(store, all)) << table.toStdString();
+    }
+}
+
+TEST_P(ClashLoad, a_failed_save_leaves_the_target_as_it_was_and_no_copy_behind)
+{
+    Build(false);
+    InitClashes(ControlFile(), project);
+    const QByteArray older("an older save");
+    const QString target = box.WriteFile(u"target.fxdb"_s, older);
+
+    // A table the copy cannot name fails the save half-way.
+    ClashConnection().Execute(u"CREATE TABLE [odd$name] (id INT);"_s);
+    const QString failure = fxtest::FailureText([&] { SaveClashes2File(target); });
+    EXPECT_TRUE(failure.startsWith(u"SaveClashes2File: "_s)) << failure.toStdString();
+    EXPECT_TRUE(failure.contains(u"no such table"_s)) << failure.toStdString();
+    EXPECT_EQ(fxtest::Sandbox::ReadFile(target), older);
+    EXPECT_EQ(SaveCopies(), QStringList());
+    EXPECT_EQ(fxtest::LogLineCount(failure), 1);
+
+    // The final copy into a folder that is not there.
+    ClashConnection().Execute(u"DROP TABLE [odd$name];"_s);
+    const QString nowhere = box.Root() + u"missing/target.fxdb"_s;
+    const QString copyFailure = fxtest::FailureText([&] { SaveClashes2File(nowhere); });
+    EXPECT_TRUE(copyFailure.startsWith(u"SaveClashes2File: CopyFileA: "_s)) << copyFailure.toStdString();
+    EXPECT_FALSE(QFile::exists(nowhere));
+    EXPECT_EQ(SaveCopies(), QStringList());
+
+    // The store stays usable: the next save goes through.
+    SaveClashes2File(target);
+    EXPECT_TRUE(IsValidMDB(target));
+    EXPECT_EQ(GetProjectNumber4MDB(target), project);
 }
 
 TEST_P(ClashLoad, a_project_locked_by_another_user_asks_first_and_opens_read_only_without_touching_the_markers)

@@ -12,6 +12,7 @@
 #include "pdssim/siteconfig.h"
 #include "pdssim/sitelayout.h"
 #include "store/clashdefinitions.h"
+#include "store/clashfile.h"
 #include "store/clashtables.h"
 #include "store/workingdatabase.h"
 
@@ -55,7 +56,9 @@ protected:
         store->ImportProjectTables(cris, project);
         CreateStIndex(store->Db());
         CleanProjectTables(store->Db());
-        InitClashTables(store->Db(), ClashTablesContext{project, factor}, true);
+        // The volume's units come from the store, as a load from the project writes them.
+        SaveDGNSettings2MDB(store->Db(), units);
+        InitClashTables(store->Db(), project, true);
     }
 
     QString CaseKey(const char *name, const char *key) const
@@ -229,8 +232,16 @@ TEST_F(WorkTables, the_clash_volume_keeps_minus_one_for_a_missed_x_overlap_and_n
     EXPECT_TRUE(apartY.Value(0, 2).isNull());
     EXPECT_TRUE(BaseRow(y)[u"northing"_s].isNull());
     // The bounds are master units: a design unit bound divided by the factor.
-    EXPECT_NEAR(One(u"SELECT min_y FROM intersection WHERE unique_clash_id = "_s + x).toDouble() * factor,
-                One(u"SELECT MAX(comp_a_range_y_lo, comp_b_range_y_lo) FROM pdtable_133 WHERE unique_clash_id = "_s + x).toDouble(), 1e-6);
+    const double lowY = One(u"SELECT MAX(comp_a_range_y_lo, comp_b_range_y_lo) FROM pdtable_133 WHERE unique_clash_id = "_s + x).toDouble();
+    EXPECT_NEAR(One(u"SELECT min_y FROM intersection WHERE unique_clash_id = "_s + x).toDouble() * factor, lowY, 1e-6);
+
+    // The factor is the store's: other units written there give other bounds, not the seed file's.
+    SaveDGNSettings2MDB(Db(), DGNSettings{u"M"_s, u"MM"_s, 1000, 7, true});
+    EXPECT_EQ(GetUorPerSub(Db(), project), 7);
+    EXPECT_EQ(GetSubPerMast(Db(), project), 1000);
+    EXPECT_EQ(GetMasterUnits(Db(), project), u"M"_s);
+    CreateIntersectionTable(Db(), project);
+    EXPECT_NEAR(One(u"SELECT min_y FROM intersection WHERE unique_clash_id = "_s + x).toDouble() * 7000, lowY, 1e-6);
 }
 
 TEST_F(WorkTables, linkages_read_unsigned_row_numbers_with_their_partition)
@@ -256,7 +267,7 @@ TEST_F(WorkTables, linkages_read_unsigned_row_numbers_with_their_partition)
 TEST_F(WorkTables, an_older_clash_file_gains_its_action_column_without_the_clash_word)
 {
     Db().Execute(u"DROP INDEX ix_base_clash_table_action; ALTER TABLE base_clash_table DROP COLUMN action"_s);
-    InitClashTables(Db(), ClashTablesContext{project, factor}, false);
+    InitClashTables(Db(), project, false);
     EXPECT_EQ(BaseRow(CaseKey("comment_with_quotes", "unique_clash_id"))[u"action"_s].toString(), u"Approve Real"_s);
     EXPECT_EQ(BaseRow(CaseKey("approved_without_review", "unique_clash_id"))[u"action"_s].toString(), u"Unapprove"_s);
     for (const QString &table : AdvancedFilterTableNames())

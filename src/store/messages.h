@@ -47,4 +47,20 @@ inline constexpr char MaxDBSizeNear[] = "%0% percent (%1% KB) of maximal allowed
                                         "Please save all changes to file to compress the database (File->Save changes) "
                                         "and reload clashes from this file (File->Load clashes from file)";
 
+// The view of clashes: its filters, its table and its counts
+inline constexpr char LoadingClashTable[] = "Loading clash table ...";
+inline constexpr char ComponentsSeparator[] = "Components separator: '%0%'";
+inline constexpr char ComponentsSeparatorNotDefined[] = "Components separator not defined";
+inline constexpr char DvcsCenters[] = "Easting center: %0%; northing center: %1%; elevation center: %2%";
+inline constexpr char ActionArea[] = "Action area: '%0%'";
+inline constexpr char ActionAreaNotDefined[] = "Action area not defined";
+inline constexpr char VolumeBounds[] = "Easting low: %0%; northing low: %1%; elevation low: %2%; easting high: %3%; "
+                                       "northing high: %4%; elevation high: %5%";
+inline constexpr char AdvancedFilterText[] = "Advanced filter: '%0%'";
+inline constexpr char AdvancedFilterNotDefined[] = "Advanced filter not defined";
+inline constexpr char ClashTableLoaded[] = "Clash table loaded successfully (%0% clashes)";
+inline constexpr char CreatingClashTable[] = "Creating clash table ...";
+inline constexpr char ClashTableCreated[] = "Clash table created successfully";
+inline constexpr char UnknownFilterColumn[] = "Unknown filter column: '%0%'";
+
 } // namespace fx::msg

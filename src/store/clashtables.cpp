@@ -4,6 +4,7 @@
 #include "frame/logmessage.h"
 #include "pds/localdb.h"
 #include "pds/tableimporter.h"
+#include "store/clashview.h"
 #include "store/messages.h"
 #include "store/workingdatabase.h"
 
@@ -73,6 +74,7 @@ void DropLocalTable(SqliteDb &db, const QString &table)
 void InitClashTables(SqliteDb &db, const ClashTablesContext &context, bool rebuild)
 {
     Frame("InitClashTables", [&] {
+        ResetRememberedClashFilters();
         if (rebuild) {
             CreateIntersectionTable(db, context.unitsPerMaster);
             CreateLinkageTable(db);

@@ -28,13 +28,8 @@ TEST(ClashViewOnASite, a_loaded_project_splits_its_separated_description_and_shi
     Process().WorkDir = box.Temp();
     ClearProjectCache();
     const QString project = u"VIEWEDGE"_s;
-    SiteOptions options;
-    options.root = box.Root() + u"site"_s;
-    options.project = project;
-    options.clashes = 20;
-    options.kind = u"sqlite"_s;
-    options.edge = true;
-    options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
+    const SiteOptions options{.root = box.Root() + u"site"_s, .project = project, .clashes = 20, .edge = true,
+                              .pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE)};
     BuildSite(options);
     const SiteLayout layout(options.root);
     InstallSiteConfig(layout, box.ProgramDir());

@@ -342,7 +342,7 @@ TEST_F(ClashView, action_area_and_volume_bounds_in_dvcs_coordinates_take_clashes
     GetClashes();
     EXPECT_TRUE(log.contains(u"Easting low: 1005; northing low: abc; elevation low: ; easting high: 1050; northing high: ; "
                              "elevation high: "_s));
-    // 1005 - 1000 <= easting <= 1050 - 1000; a clash without a centre is left in, as Jet leaves it.
+    // 1005 - 1000 <= easting <= 1050 - 1000; a clash without a centre compares as null and stays.
     EXPECT_EQ(ViewIds(), (QList<int>{1, 2, 3}));
 
     Set(u"PVolumeFilter"_s, u"EastingHigh"_s, u"2e3"_s);

@@ -5,6 +5,7 @@
 #include "pds/localdb.h"
 #include "pds/tableimporter.h"
 #include "store/clashfile.h"
+#include "store/clashview.h"
 #include "store/messages.h"
 #include "store/workingdatabase.h"
 
@@ -74,6 +75,7 @@ void DropLocalTable(SqliteDb &db, const QString &table)
 void InitClashTables(SqliteDb &db, const QString &project, bool rebuild)
 {
     Frame("InitClashTables", [&] {
+        ResetRememberedClashFilters();
         if (rebuild) {
             CreateIntersectionTable(db, project);
             CreateLinkageTable(db);

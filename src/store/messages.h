@@ -55,10 +55,6 @@ inline constexpr char ProjFileSettingsNotDefined[] = "proj_file settings not def
 inline constexpr char ClashFileProjAddrNotDefined[] = "PROJ_ADDR not defined";
 inline constexpr char ClashFileProjFileNotDefined[] = "PROJ_FILE not defined";
 
-} // namespace fx::msg
-
-namespace fx::msg {
-
 // Commands on the open project's clashes that the project or the user's permissions refuse
 inline constexpr char ProjectIsReadOnly[] = "PDS-Project '%0%' is opened in read only mode";
 inline constexpr char ProjectIsOffline[] = "PDS-Project '%0%' is offline: its schema can't be reached";
@@ -72,5 +68,21 @@ inline constexpr char ExportWriteFailed[] = "File '%0%' can't be written: %1%";
 // The counts of the status line
 inline constexpr char StatusLineTotal[] = "Total: %0% clashes (approved: %1%; unapproved: %2%)";
 inline constexpr char StatusLineFiltered[] = "; Filtered: %0% clashes (approved: %1%; unapproved: %2%)";
+
+// The view of clashes: its filters, its table and its counts
+inline constexpr char LoadingClashTable[] = "Loading clash table ...";
+inline constexpr char ComponentsSeparator[] = "Components separator: '%0%'";
+inline constexpr char ComponentsSeparatorNotDefined[] = "Components separator not defined";
+inline constexpr char DvcsCenters[] = "Easting center: %0%; northing center: %1%; elevation center: %2%";
+inline constexpr char ActionArea[] = "Action area: '%0%'";
+inline constexpr char ActionAreaNotDefined[] = "Action area not defined";
+inline constexpr char VolumeBounds[] = "Easting low: %0%; northing low: %1%; elevation low: %2%; easting high: %3%; "
+                                       "northing high: %4%; elevation high: %5%";
+inline constexpr char AdvancedFilterText[] = "Advanced filter: '%0%'";
+inline constexpr char AdvancedFilterNotDefined[] = "Advanced filter not defined";
+inline constexpr char ClashTableLoaded[] = "Clash table loaded successfully (%0% clashes)";
+inline constexpr char CreatingClashTable[] = "Creating clash table ...";
+inline constexpr char ClashTableCreated[] = "Clash table created successfully";
+inline constexpr char UnknownFilterColumn[] = "Unknown filter column: '%0%'";
 
 } // namespace fx::msg

@@ -86,7 +86,8 @@ void CreateBaseClashTable(SqliteDb &db, const QString &project)
             "[site_id_b] VARCHAR(255), [discipline_b] VARCHAR(255), [area_b] VARCHAR(255), [model_b] VARCHAR(255), "
             "[model_status_b] VARCHAR(255), [comp_b] VARCHAR(255), [action_discipline] VARCHAR(255), "
             "[action_area_a] VARCHAR(255), [action_area_b] VARCHAR(255), [easting] DOUBLE, [northing] DOUBLE, "
-            "[elevation] DOUBLE);"));
+            "[elevation] DOUBLE);")
+                       .replace(QStringLiteral("VARCHAR(255)"), QString::fromLatin1(StoreTextType)));
         const QString select = QStringLiteral(
             "INSERT INTO [base_clash_table] SELECT pdtable_132.unique_clash_id, pdtable_132.recent_clash_type, "
             "IIF(if_approval_status = 2, 'Approved', 'Unapproved'), "
@@ -139,7 +140,7 @@ void CreateBaseClashTable(SqliteDb &db, const QString &project)
         TranslateModelStatus(db);
         for (const char *side : {"discipline", "model", "site_id"}) {
             const QString column = QString::fromLatin1(side);
-            db.Execute(QStringLiteral("ALTER TABLE [base_clash_table] ADD COLUMN [%1_structure] VARCHAR(255);").arg(column));
+            db.Execute(QStringLiteral("ALTER TABLE [base_clash_table] ADD COLUMN [%1_structure] %2;").arg(column, QString::fromLatin1(StoreTextType)));
             db.Execute(QStringLiteral("UPDATE [base_clash_table] SET [%1_structure] = %2;")
                            .arg(column, Structure(column + QStringLiteral("_a"), column + QStringLiteral("_b"))));
         }

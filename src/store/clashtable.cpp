@@ -45,12 +45,12 @@ void AddComponentColumns(QList<ClashColumn> &columns, const QString &side, std::
 {
     const QString whole = QStringLiteral("comp_") + side;
     if (!lastPiece) {
-        columns.append({whole, QStringLiteral("VARCHAR(255)"), whole});
+        columns.append({whole, QString::fromLatin1(StoreTextType), whole});
         return;
     }
     for (int i = 0; i <= *lastPiece; ++i) {
         const QString piece = whole + QLatin1Char('_') + QString::number(i);
-        columns.append({piece, QStringLiteral("VARCHAR(255)"), i == 0 ? whole : QString()});
+        columns.append({piece, QString::fromLatin1(StoreTextType), i == 0 ? whole : QString()});
     }
 }
 
@@ -70,14 +70,14 @@ QList<ClashColumn> ClashColumns(std::optional<int> lastPiece, const Centres &cen
     QList<ClashColumn> columns;
     // The key is the rowid: no index of its own is needed, and the grid fetches by it.
     columns.append({QStringLiteral("clash_id"), QStringLiteral("INTEGER PRIMARY KEY"), QStringLiteral("clash_id")});
-    AddColumns(columns, "type status action review_comment", "VARCHAR(255)");
+    AddColumns(columns, "type status action review_comment", StoreTextType);
     AddColumns(columns, "recent_review_date", "DATETIME");
-    AddColumns(columns, "discipline_structure model_structure site_id_structure", "VARCHAR(255)");
-    AddColumns(columns, "site_id_a discipline_a area_a model_a model_status_a", "VARCHAR(255)");
+    AddColumns(columns, "discipline_structure model_structure site_id_structure", StoreTextType);
+    AddColumns(columns, "site_id_a discipline_a area_a model_a model_status_a", StoreTextType);
     AddComponentColumns(columns, QStringLiteral("a"), lastPiece);
-    AddColumns(columns, "action_area_a site_id_b discipline_b area_b model_b model_status_b", "VARCHAR(255)");
+    AddColumns(columns, "action_area_a site_id_b discipline_b area_b model_b model_status_b", StoreTextType);
     AddComponentColumns(columns, QStringLiteral("b"), lastPiece);
-    AddColumns(columns, "action_area_b action_discipline", "VARCHAR(255)");
+    AddColumns(columns, "action_area_b action_discipline", StoreTextType);
     AddColumns(columns, "easting northing elevation", "DOUBLE");
     if (centres.Any()) {
         const std::pair<const char *, double> dvcs[] = {

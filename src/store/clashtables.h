@@ -9,6 +9,10 @@
 
 namespace fx {
 
+/// The declared type of the text columns of the clash rows: compared without regard to case,
+/// as reviewers have always filtered, sorted and paired them.
+inline constexpr char StoreTextType[] = "VARCHAR(255) COLLATE NOCASE";
+
 /// The table names, so that no literal is repeated.
 QString BaseClashTableName();
 QString ClashesTableName();

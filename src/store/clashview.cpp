@@ -143,16 +143,38 @@ QString GetGridFilter()
     });
 }
 
+namespace {
+
+struct RememberedTotal
+{
+    QString project;
+    std::optional<qint32> count;
+};
+
+RememberedTotal &TotalClashCount()
+{
+    static RememberedTotal total;
+    return total;
+}
+
+} // namespace
+
+void ResetRememberedClashFilters()
+{
+    RememberedClashViewSettings() = ClashViewSettings();
+    // A project opened anew may hold other clashes, even under its old name.
+    TotalClashCount() = RememberedTotal();
+}
+
 qint32 GetTotalClashCount()
 {
     return Frame("GetTotalClashCount", [&] {
-        static QString project;
-        static std::optional<qint32> count;
-        if (!count || project != GetProjectName()) {
-            count = Count(QStringLiteral("SELECT COUNT(*) FROM [base_clash_table];"));
-            project = GetProjectName();
+        RememberedTotal &total = TotalClashCount();
+        if (!total.count || total.project != GetProjectName()) {
+            total.count = Count(QStringLiteral("SELECT COUNT(*) FROM [base_clash_table];"));
+            total.project = GetProjectName();
         }
-        return *count;
+        return *total.count;
     });
 }
 
@@ -180,8 +202,10 @@ qint32 GetApprovedClashCount()
 {
     return Frame("GetApprovedClashCount", [&] {
         const QString filter = GetGridFilter();
+        // The grid filter goes in brackets, so that an OR of its own can't take the status test apart.
         return Count(QStringLiteral("SELECT COUNT(*) FROM [clashes] WHERE(LCASE([status]) = 'approved'")
-                     + (filter.isEmpty() ? QString() : QStringLiteral(" AND ") + filter) + QStringLiteral(");"));
+                     + (filter.isEmpty() ? QString() : QStringLiteral(" AND (") + filter + QLatin1Char(')'))
+                     + QStringLiteral(");"));
     });
 }
 

@@ -21,7 +21,8 @@ struct ClashRecordsetState
 /// The process-wide view of `clashes`.
 ClashRecordsetState &ClashRecordset();
 
-/// Forgets the remembered filter values, so that the next GetClashes rebuilds `clashes`.
+/// Forgets the remembered filter values, so that the next GetClashes rebuilds `clashes`, and
+/// the remembered total count; done for every project opened.
 void ResetRememberedClashFilters();
 
 /// Rebuilds `clashes` when a filter setting changed or the table is missing, and opens the

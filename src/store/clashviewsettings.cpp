@@ -17,11 +17,6 @@ ClashViewSettings &RememberedClashViewSettings()
     return remembered;
 }
 
-void ResetRememberedClashFilters()
-{
-    RememberedClashViewSettings() = ClashViewSettings();
-}
-
 QString ProjectSetting(const QString &configFile, const char *word, const char *key)
 {
     const QString file = configFile.isEmpty() ? GetUserConfigFile() : configFile;

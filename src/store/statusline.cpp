@@ -1,6 +1,7 @@
 #include "store/statusline.h"
 
 #include "frame/failure.h"
+#include "frame/translation.h"
 #include "store/clashview.h"
 #include "store/messages.h"
 
@@ -23,11 +24,11 @@ QString ClashCountsCaption()
         const qint32 approved = GetTotalApprovedClashCount();
         const qint32 count = GetClashCount();
         const qint32 approvedInView = GetApprovedClashCount();
-        QString caption = ArgForm(msg::StatusLineTotal,
-                                  {QString::number(total), QString::number(approved), Unapproved(total, approved)});
+        QString caption = TranslateText(ArgForm(msg::StatusLineTotal, {QString::number(total), QString::number(approved),
+                                                                        Unapproved(total, approved)}));
         if (count != total)
-            caption += ArgForm(msg::StatusLineFiltered, {QString::number(count), QString::number(approvedInView),
-                                                         Unapproved(count, approvedInView)});
+            caption += TranslateText(ArgForm(msg::StatusLineFiltered, {QString::number(count), QString::number(approvedInView),
+                                                                       Unapproved(count, approvedInView)}));
         return caption;
     } catch (const std::exception &) {
         return QString();

@@ -112,9 +112,9 @@ protected:
     QStringList SchemaIds(const QString &condition)
     {
         QStringList ids;
-        for (const QVariantList &row : cris.DBRead(u"pd_"_s + project, u"SELECT unique_clash_id FROM pdtable_132 WHERE "_s
-                                                                        + condition + u" ORDER BY unique_clash_id"_s)
-                                           .Rows())
+        const Recordset rows = cris.DBRead(u"pd_"_s + project, u"SELECT unique_clash_id FROM pdtable_132 WHERE "_s + condition
+                                                                   + u" ORDER BY unique_clash_id"_s);
+        for (const QVariantList &row : rows.Rows())
             ids << row.at(0).toString();
         return ids;
     }

@@ -49,7 +49,8 @@ protected:
                      "model_b VARCHAR(255), model_status_b VARCHAR(255), comp_b VARCHAR(255), action_discipline VARCHAR(255), "
                      "action_area_a VARCHAR(255) DEFAULT 'Project', action_area_b VARCHAR(255) DEFAULT 'Project', "
                      "easting DOUBLE, northing DOUBLE, elevation DOUBLE, discipline_structure VARCHAR(255), "
-                     "model_structure VARCHAR(255), site_id_structure VARCHAR(255));"_s);
+                     "model_structure VARCHAR(255), site_id_structure VARCHAR(255));"_s
+                         .replace(u"VARCHAR(255)"_s, QString::fromLatin1(StoreTextType)));
         Row(1, {{"discipline_a", u"Piping"_s}, {"discipline_b", u"Piping"_s}, {"comp_a", u"A-B-C"_s}, {"comp_b", u"D"_s},
                 {"type", u"Hard"_s}, {"status", u"Approved"_s}, {"action_area_a", u"Area1"_s}, {"easting", 10.0}});
         Row(2, {{"discipline_a", u"O'Neil"_s}, {"discipline_b", u"Piping"_s}, {"comp_a", u"E-F"_s}, {"type", u"Soft"_s},
@@ -216,6 +217,14 @@ TEST_F(ClashView, both_routes_exclude_a_clash_only_when_both_sides_are_excluded_
     FillAdvancedFilterTables(QString());
     EXPECT_EQ(BaseIds(GetAdvancedFilter3()), (QList<int>{4, 5}));
 
+    // Values compare without regard to case on both routes.
+    Exclude(u"Discipline"_s, {u"o'neil"_s, u"PIPING"_s});
+    Exclude(u"Component"_s, {u"x,y"_s});
+    GetClashes();
+    EXPECT_EQ(ViewIds(), (QList<int>{4, 6}));
+    FillAdvancedFilterTables(QString());
+    EXPECT_EQ(BaseIds(GetAdvancedFilter3()), (QList<int>{4, 5}));
+
     // A null taken out of view counts like an excluded value on its side.
     Exclude(u"Discipline"_s, {u"NOT DEFINED"_s, u"Piping"_s});
     Exclude(u"Component"_s, {});
@@ -365,13 +374,18 @@ TEST_F(ClashView, saving_carries_only_the_five_reviewable_columns_back)
                                         u"Soft"_s, u"E-F"_s, 50.0, u"O'Neil"_s}));
 }
 
-TEST_F(ClashView, counts_follow_the_grid_filter_and_the_total_is_asked_again_only_for_another_project)
+TEST_F(ClashView, counts_follow_the_grid_filter_and_the_total_is_asked_again_only_for_another_or_reopened_project)
 {
     EXPECT_EQ(GetTotalClashCount(), 6);
     Row(7, {{"status", u"Approved"_s}, {"discipline_a", u"Piping"_s}});
     EXPECT_EQ(GetTotalClashCount(), 6) << "remembered for the project";
     ClashStore().ProjectDefinition.name = u"Q"_s;
     EXPECT_EQ(GetTotalClashCount(), 7);
+    Db().Execute(u"DELETE FROM base_clash_table WHERE clash_id = 7;"_s);
+    ResetRememberedClashFilters();
+    EXPECT_EQ(GetTotalClashCount(), 6) << "asked again when the project is opened anew";
+    Row(7, {{"status", u"Approved"_s}, {"discipline_a", u"Piping"_s}});
+    ResetRememberedClashFilters();
 
     Exclude(u"Discipline"_s, {u"Piping"_s});
     GetClashes();
@@ -390,6 +404,10 @@ TEST_F(ClashView, counts_follow_the_grid_filter_and_the_total_is_asked_again_onl
     EXPECT_EQ(GetGridFilter(), u"[discipline_a] IS NULL OR [type] = Hard"_s);
     ClashRecordset().Filter = u"[discipline_a] = NULL"_s;
     EXPECT_EQ(GetClashCount(), 2);
+    EXPECT_EQ(GetApprovedClashCount(), 1);
+    // An OR of the grid's own stays inside the filter: clash 2 is in it but not approved.
+    ClashRecordset().Filter = u"[discipline_a] = NULL OR [type] = 'Soft'"_s;
+    EXPECT_EQ(GetClashCount(), 3);
     EXPECT_EQ(GetApprovedClashCount(), 1);
     ClashRecordset().open = false;
     EXPECT_EQ(GetGridFilter(), QString());

@@ -72,16 +72,7 @@ protected:
 
     void Build(const QString &kind, bool edge)
     {
-        SiteOptions options;
-        options.root = box.Root() + u"site"_s;
-        options.project = project;
-        options.clashes = 30;
-        options.kind = kind;
-        options.edge = edge;
-        options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
-        BuildSite(options);
-        layout.emplace(options.root);
-        InstallSiteConfig(*layout, box.ProgramDir());
+        layout.emplace(fxtest::ProgramSite(box.Root() + u"site"_s, project, kind, 30, edge, box.ProgramDir()));
         config = SiteUserConfigFile(*layout, project);
         UseProjectDatabase(cris, GetProjectDatabase(config, project));
     }

@@ -65,17 +65,7 @@ protected:
     // Builds the site and makes it the program's: its settings, its user config file.
     void Build(bool edge, int clashes = 12)
     {
-        SiteOptions options;
-        options.root = box.Root() + u"site"_s;
-        options.project = project;
-        options.clashes = clashes;
-        options.kind = m_kind;
-        options.edge = edge;
-        options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
-        BuildSite(options);
-        layout.emplace(options.root);
-        InstallSiteConfig(*layout, box.ProgramDir());
-        SetUserConfigFile(SiteUserConfigFile(*layout, project));
+        layout.emplace(fxtest::ProgramSite(box.Root() + u"site"_s, project, m_kind, clashes, edge, box.ProgramDir()));
         UseProjectDatabase(cris, GetProjectDatabase(SiteUserConfigFile(*layout, project), project));
     }
 

@@ -1,7 +1,13 @@
 #pragma once
-// The `pdssim site` kind of a test parameter, with this run's PostgreSQL test server.
+// The `pdssim site` kind of a test parameter, with this run's PostgreSQL test server, and a
+// site made the program's own for a test that opens its project.
 
 #include "../pds/pgtestserver.h"
+
+#include "frame/settings.h"
+#include "pdssim/sitebuild.h"
+#include "pdssim/siteconfig.h"
+#include "pdssim/sitelayout.h"
 
 #include <QString>
 
@@ -21,6 +27,25 @@ inline std::optional<QString> SiteKind(const char *name)
         return std::nullopt;
     return QStringLiteral("postgres=host=%1;port=%2;dbname=%3;user=%4;password=%5")
         .arg(server->host, server->port, server->database, server->user, server->password);
+}
+
+/// Builds a site in `root` and makes it the program's: its settings in `programDir`, its user
+/// config file the user's.
+inline pdssim::SiteLayout ProgramSite(const QString &root, const QString &project, const QString &kind, int clashes,
+                                      bool edge, const QString &programDir)
+{
+    pdssim::SiteOptions options;
+    options.root = root;
+    options.project = project;
+    options.clashes = clashes;
+    options.kind = kind;
+    options.edge = edge;
+    options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
+    pdssim::BuildSite(options);
+    const pdssim::SiteLayout layout(root);
+    pdssim::InstallSiteConfig(layout, programDir);
+    fx::SetUserConfigFile(pdssim::SiteUserConfigFile(layout, project));
+    return layout;
 }
 
 } // namespace fxtest

@@ -50,17 +50,7 @@ protected:
         Process().BatchMode = false;
         // Project rows are remembered per process: each test's site is a new one.
         ClearProjectCache();
-        SiteOptions options;
-        options.root = box.Root() + u"site"_s;
-        options.project = project;
-        options.clashes = 40;
-        options.kind = *kind;
-        options.edge = true;
-        options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
-        BuildSite(options);
-        const SiteLayout layout(options.root);
-        InstallSiteConfig(layout, box.ProgramDir());
-        SetUserConfigFile(SiteUserConfigFile(layout, project));
+        const SiteLayout layout = fxtest::ProgramSite(box.Root() + u"site"_s, project, *kind, 40, true, box.ProgramDir());
         UseProjectDatabase(cris, GetProjectDatabase(SiteUserConfigFile(layout, project), project));
         cases = ReadManifest(layout.ManifestFile());
         const DGNSettings units = GetModelDGNSettings(cris, project);

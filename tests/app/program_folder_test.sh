@@ -20,6 +20,9 @@ check_program() {
   ls "$work/$label/temp/Fendrix/"*_fendrix_PID*.log >/dev/null
   [ -f "$work/$label/config/Norvane/Fendrix/Config.ini" ] || [ -d "$work/$label/config/Norvane/Fendrix" ] || { echo "$label: no config folder"; exit 1; }
 
+  # The scripting front end lies beside the program.
+  "$dir/fendrix-cli" --help | grep -q "^Usage: fendrix-cli" || { echo "$label: fendrix-cli missing or silent"; exit 1; }
+
   # A failed start: batch needs the check module. Exit code 1, the reason in the log, no box.
   local rc=0
   TEMP="$work/$label/temp" APPDATA="$work/$label/config" "$exe" --batch >/dev/null 2>&1 || rc=$?

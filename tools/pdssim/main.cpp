@@ -19,6 +19,7 @@ struct Command
 // The RIS tools are reached through wrapper scripts in the site's RIS folder that name them here.
 constexpr Command kCommands[] = {
     {"site", pdssim::RunSite},
+    {"install", pdssim::RunInstall},
     {"risbatch", pdssim::RunRisBatch},
     {"risunlod", pdssim::RunRisUnload},
     {"rislod", pdssim::RunRisLoad},
@@ -43,6 +44,7 @@ int main(int argc, char *argv[])
         }
     }
     std::fprintf(stderr, "usage: pdssim site DIR --project NAME --clashes N [--seed S] [--kind sqlite|ris|postgres=CONN] [--edge]\n"
+                         "       pdssim install SITE_DIR PROGRAM_DIR\n"
                          "       pdssim risbatch|risunlod|rislod|risclnsr --site DIR ...\n");
     return 2;
 }

@@ -123,4 +123,16 @@ int RunSite(const QStringList &args)
     return 0;
 }
 
+int RunInstall(const QStringList &args)
+{
+    if (args.size() != 2) {
+        std::fprintf(stderr, "usage: pdssim install SITE_DIR PROGRAM_DIR\n");
+        return 2;
+    }
+    const SiteLayout layout(args.at(0));
+    InstallSiteConfig(layout, args.at(1));
+    std::printf("Site %s installed into the program folder %s\n", qPrintable(layout.Root()), qPrintable(args.at(1)));
+    return 0;
+}
+
 } // namespace pdssim

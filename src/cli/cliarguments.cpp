@@ -20,6 +20,7 @@ constexpr StepWord kSteps[] = {
     {"approve-real", StepKind::ApproveReal, 1}, {"approve-false", StepKind::ApproveFalse, 1},
     {"unapprove", StepKind::Unapprove, 1},     {"describe", StepKind::Describe, 2},
     {"export-csv", StepKind::ExportCsv, 1},    {"save-file", StepKind::SaveFile, 1},
+    {"save-project", StepKind::SaveProject, 0},
 };
 
 [[noreturn]] void Refuse(const char *message, const QStringList &args = {})

@@ -18,6 +18,7 @@ enum class StepKind {
     Describe,     ///< set a description on the clashes of a condition
     ExportCsv,    ///< write the clashes in view to a CSV file
     SaveFile,     ///< save the store to a clash file
+    SaveProject,  ///< write the changes back to the project
 };
 
 struct Step

@@ -15,6 +15,7 @@
 #include "store/clashstore.h"
 #include "store/clashview.h"
 #include "store/loadclashes.h"
+#include "store/savetoproject.h"
 #include "store/statusline.h"
 #include "store/storecommands.h"
 
@@ -46,7 +47,7 @@ void Describe(const QString &description, const QString &where)
         SetClashesChanged(true);
 }
 
-void RunStep(const Step &step, std::FILE *out)
+void RunStep(const Step &step, std::FILE *out, bool &nothingSaved)
 {
     switch (step.kind) {
     case StepKind::Counts:
@@ -75,10 +76,23 @@ void RunStep(const Step &step, std::FILE *out)
         SaveClashes2File(step.values.at(0));
         SetClashesChanged(false);
         break;
+    case StepKind::SaveProject:
+        RequireStoreCommand(StoreCommand::SaveToProject);
+        try {
+            SaveClashes2PDS();
+        } catch (const Failure &failure) {
+            // Nothing to write back is told, and the steps go on: it is no failure of the script.
+            if (failure.Number() != NoChangesFoundNumber)
+                throw;
+            ShowMessage(failure, MbIconInformation);
+            nothingSaved = true;
+        }
+        SetClashesChanged(false);
+        break;
     }
 }
 
-void Run(const Arguments &arguments, std::FILE *out)
+void Run(const Arguments &arguments, std::FILE *out, bool &nothingSaved)
 {
     Frame("fendrix-cli", [&] {
         Process().ExecutionMode = ExecutionModeKind::Approve;
@@ -91,7 +105,7 @@ void Run(const Arguments &arguments, std::FILE *out)
             InitClashes(arguments.clashFile, arguments.project);
         GetClashes();
         for (const Step &step : arguments.steps)
-            RunStep(step, out);
+            RunStep(step, out, nothingSaved);
         if (GetClashesChanged())
             ShowMessage(ArgForm(msg::CliChangesNotSaved, {GetProjectName()}), MbIconExclamation);
     });
@@ -108,7 +122,10 @@ int RunCli(const QStringList &args, std::FILE *out)
             Print(out, UsageText());
             return 0;
         }
-        Run(arguments, out);
+        bool nothingSaved = false;
+        Run(arguments, out, nothingSaved);
+        if (nothingSaved)
+            status = 3;
     } catch (const Failure &failure) {
         ShowMessage(failure, MbIconCritical);
         status = 1;

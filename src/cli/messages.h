@@ -15,11 +15,13 @@ inline constexpr char CliUsage[] =
     "  describe TEXT CONDITION    give them the description TEXT\n"
     "  export-csv FILE            write the clashes shown to FILE, comma-separated\n"
     "  save-file FILE             save the clashes with all changes to the clash file FILE (.fxdb)\n"
+    "  save-project               write the changes back to the project\n"
     "\n"
     "A CONDITION is a condition on the columns of the clash table, as clash_id < 100 or\n"
     "discipline_a = 'Piping'. --config names another user config file. Changes not saved by\n"
-    "save-file are lost at the end of the run. The exit status is 0 when every step succeeded;\n"
-    "otherwise the failure is written to standard error and the log.";
+    "save-file or save-project are lost at the end of the run. The exit status is 0 when every\n"
+    "step succeeded, 3 when save-project found nothing to write back, and 1 after a failure,\n"
+    "which is written to standard error and the log.";
 inline constexpr char CliArgumentsRefused[] = "%0%\n\n%1%";
 inline constexpr char CliOptionWithoutValue[] = "Option '%0%' needs a value";
 inline constexpr char CliUnknownOption[] = "Unknown option '%0%'";

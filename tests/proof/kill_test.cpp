@@ -1,0 +1,134 @@
+// A write-back killed at random points: on the SQL kinds the load is one transaction, so the
+// project's clash and review tables are those of before or those of after, never a mixture; a
+// marker the killed process left is told to the next person who opens or writes back.
+
+#include "proof/proofrig.h"
+
+#include "../pdssim/sitekind.h"
+
+#include <QElapsedTimer>
+
+#include <gtest/gtest.h>
+
+#include <iostream>
+#include <random>
+
+using namespace Qt::StringLiterals;
+using fxproof::CliResult;
+
+namespace {
+
+constexpr int kKills = 20;
+const QStringList kTables{u"pdtable_132"_s, u"pdtable_135"_s};
+
+struct Snapshot
+{
+    QList<QStringList> tables;
+    bool operator==(const Snapshot &) const = default;
+};
+
+class ProofKill : public testing::TestWithParam<const char *>
+{
+protected:
+    Snapshot Snap()
+    {
+        Snapshot snapshot;
+        for (const QString &table : kTables)
+            snapshot.tables << rig.Table(table);
+        return snapshot;
+    }
+
+    // The tables of the project as found are kept beside them, for every round to start from.
+    void Keep()
+    {
+        for (const QString &table : kTables)
+            rig.Write(u"CREATE TABLE proof_keep_%1 AS SELECT * FROM %1"_s.arg(table));
+    }
+
+    void Restore()
+    {
+        for (const QString &table : kTables) {
+            rig.Write(u"DELETE FROM "_s + table);
+            rig.Write(u"INSERT INTO %1 SELECT * FROM proof_keep_%1"_s.arg(table));
+        }
+    }
+
+    QStringList WriteBack() { return rig.OpenFile(file) + QStringList{u"save-project"_s}; }
+
+    fxproof::ProofRig rig;
+    QString file;
+};
+
+} // namespace
+
+TEST_P(ProofKill, a_write_back_killed_anywhere_leaves_the_project_as_before_or_as_after)
+{
+    const auto kind = fxtest::SiteKind(GetParam());
+    if (!kind)
+        GTEST_SKIP() << "no PostgreSQL test server";
+    rig.BuildSite(*kind);
+    const QStringList open = rig.ClashIds(u"if_approval_status = 1"_s);
+    const QStringList approved = rig.ClashIds(u"if_approval_status = 2"_s);
+    ASSERT_GE(open.size(), 40);
+    ASSERT_GE(approved.size(), 10);
+    const auto in = [](const QStringList &ids) { return u"clash_id IN ("_s + ids.join(u", "_s) + u")"_s; };
+    file = rig.Root() + u"review.fxdb"_s;
+    CliResult run = rig.Run(rig.OpenProject() + QStringList{u"approve-real"_s, in(open.mid(0, 20)), u"approve-false"_s,
+                                                            in(open.mid(20, 20)), u"unapprove"_s, in(approved.mid(0, 10)),
+                                                            u"describe"_s, u"Moved by 50 mm"_s, in(open.mid(0, 5)),
+                                                            u"save-file"_s, file});
+    ASSERT_EQ(run.exitCode, 0) << run.Told();
+    Keep();
+    const Snapshot before = Snap();
+
+    // One undisturbed run tells the span of the write-back: from the end of opening the file to
+    // the end of the run.
+    QElapsedTimer clock;
+    clock.start();
+    run = rig.Run(rig.OpenFile(file) + QStringList{u"counts"_s});
+    ASSERT_EQ(run.exitCode, 0) << run.Told();
+    const qint64 opened = clock.restart();
+    run = rig.Run(WriteBack());
+    ASSERT_EQ(run.exitCode, 0) << run.Told();
+    const qint64 written = clock.elapsed();
+    const Snapshot after = Snap();
+    ASSERT_NE(after, before);
+    Restore();
+    ASSERT_EQ(Snap(), before);
+
+    std::mt19937 random(20261121);
+    std::uniform_int_distribution<qint64> delays(opened * 9 / 10, written);
+    int kills = 0, asBefore = 0, markersLeft = 0;
+    for (int round = 0; kills < kKills && round < 3 * kKills; ++round) {
+        const qint64 delay = delays(random);
+        const auto process = rig.Start(WriteBack());
+        process->WaitFor(int(delay));
+        process->Kill();
+        run = process->Finish();
+        kills += run.killed ? 1 : 0;
+        EXPECT_TRUE(run.killed || run.exitCode == 0) << run.Told();
+
+        const Snapshot now = Snap();
+        ASSERT_TRUE(now == before || now == after) << "killed after " << delay << " ms, the project is neither as before "
+                                                   << "nor as after the write-back";
+        asBefore += now == before ? 1 : 0;
+
+        const QString marker = rig.MarkerPromptStart();
+        if (!marker.isEmpty()) {
+            ++markersLeft;
+            EXPECT_TRUE(marker.contains(u"'"_s + fxproof::WriteBackOwner() + u"'"_s)) << marker.toStdString();
+            const CliResult reopened = rig.Run(rig.OpenProject() + QStringList{u"counts"_s});
+            EXPECT_EQ(reopened.exitCode, 1) << reopened.Told();
+            EXPECT_TRUE(reopened.err.contains(marker)) << marker.toStdString() << "\n" << reopened.Told();
+            const CliResult rewritten = rig.Run(WriteBack());
+            EXPECT_TRUE(rewritten.err.contains(marker)) << marker.toStdString() << "\n" << rewritten.Told();
+            rig.ClearMarkers();
+        }
+        Restore();
+    }
+    EXPECT_EQ(kills, kKills);
+    std::cout << kills << " write-backs killed: " << asBefore << " left the project as before, " << markersLeft
+              << " left markers\n";
+}
+
+INSTANTIATE_TEST_SUITE_P(SqlKinds, ProofKill, testing::Values("sqlite", "postgres"));

@@ -71,7 +71,6 @@ public:
 
     /// Reads from the project's schema.
     fx::Recordset Read(const QString &sql);
-    qint64 Count(const QString &sql) { return Read(sql).Value(0, 0).toLongLong(); }
     /// Writes into the project's schema, committed.
     void Write(const QString &sql);
     /// The clash ids that a condition on pdtable_132 picks, in order.

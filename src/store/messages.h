@@ -85,4 +85,10 @@ inline constexpr char CreatingClashTable[] = "Creating clash table ...";
 inline constexpr char ClashTableCreated[] = "Clash table created successfully";
 inline constexpr char UnknownFilterColumn[] = "Unknown filter column: '%0%'";
 
+// The save dialog
+inline constexpr char SaveChangesCaption[] = "Save project changes";
+inline constexpr char SaveChangesLabel[] = "PDS-Project '%0%' was %1%modified.";
+inline constexpr char SaveChangesNot[] = "NOT ";
+inline constexpr char AreYouSure[] = "Are you sure?";
+
 } // namespace fx::msg

@@ -3,6 +3,8 @@
 // made meanwhile, the markers, the backups, and a project left as it was when nothing changed.
 
 #include "frame/failure.h"
+#include "frame/fileops.h"
+#include "frame/log.h"
 #include "frame/messagebox.h"
 #include "frame/processstate.h"
 #include "pds/cris.h"
@@ -450,6 +452,57 @@ TEST_P(WriteBack, with_nothing_new_the_project_stays_as_it_was_no_backup_is_left
     EXPECT_EQ(Save().second, u"SaveClashes2PDS: "_s + ArgForm(msg::WriteBackSchemaNotExists));
     EXPECT_TRUE(IsProjectLocked(cris, project, &holder));
     EXPECT_EQ(holder.owner, u"FX_other"_s);
+}
+
+TEST_P(WriteBack, a_write_back_that_fails_leaves_the_project_as_it_was_releases_the_markers_and_keeps_its_backups)
+{
+    Open(false);
+    const ProjectClashes before = Read();
+    const QList<qint64> unreviewed = before.Pick([&](qint64 id) {
+        return before.clashes.Value(id, "if_approval_status") == u"1"_s && before.ReviewsOf(id).isEmpty();
+    });
+    ASSERT_GE(unreviewed.size(), 3);
+    const QList<qint64> reviewed = before.Pick([&](qint64 id) { return !before.ReviewsOf(id).isEmpty(); });
+    ASSERT_FALSE(reviewed.isEmpty());
+    for (const qint64 id : unreviewed.mid(0, 3))
+        Change(id, ClashActionApproveReal, u"approved"_s);
+    Change(reviewed.first(), ClashActionApproveFalse, u"not real"_s);
+
+    if (m_kind != u"ris"_s) {
+        // The project refuses the second of the new review rows, after the clash rows and the
+        // changed review rows went in: the transaction takes all of them back.
+        const qint64 refused = before.HighestReview() + 2;
+        cris.DBWrite(Schema(), m_kind == u"sqlite"_s
+                                   ? u"CREATE TRIGGER fx_refuse BEFORE INSERT ON pdtable_135 WHEN NEW.system_unique_no >= %1 "
+                                     "BEGIN SELECT RAISE(ABORT, 'refused by the project'); END"_s.arg(refused)
+                                   : u"ALTER TABLE pdtable_135 ADD CONSTRAINT fx_refuse CHECK (system_unique_no < %1) NOT VALID"_s.arg(refused),
+                     true);
+        const auto failed = Save();
+        EXPECT_EQ(failed.first, 1);
+        EXPECT_TRUE(failed.second.startsWith(u"SaveClashes2PDS: LoadProjectClashTables: CRIS::DBWriteBatches: "_s
+                                             + QString::fromLatin1(msg::DatabaseError)))
+            << failed.second.toStdString();
+        EXPECT_EQ(Read().clashes.Lines(), before.clashes.Lines());
+        EXPECT_EQ(Read().reviews.Lines(), before.reviews.Lines());
+        ExpectMarkersReleasedAndNothingLeft();
+        EXPECT_EQ(BackupFiles().size(), 3) << "a failed load keeps the backups that name what was there";
+        // Logged once, though the server's text may run over several lines.
+        EXPECT_EQ(ReadFile2String(GetLogFile()).count(u"SaveClashes2PDS: LoadProjectClashTables: CRIS::DBWriteBatches: "_s), 1);
+        cris.DBWrite(Schema(), m_kind == u"sqlite"_s ? u"DROP TRIGGER fx_refuse"_s : u"ALTER TABLE pdtable_135 DROP CONSTRAINT fx_refuse"_s,
+                     true);
+    }
+
+    // The project's clash list was emptied meanwhile: the merge can't match its count, and
+    // nothing is loaded.
+    cris.DBWrite(Schema(), u"DELETE FROM pdtable_132"_s, true);
+    const QStringList backups = BackupFiles();
+    const auto counted = Save();
+    EXPECT_EQ(counted, (std::pair<qint32, QString>{1, u"SaveClashes2PDS: "_s + ArgForm(msg::IncorrectRecordsCount,
+                                                                                        {u"pdtable_132"_s, u"0"_s, u"0"_s})}));
+    EXPECT_EQ(Read().reviews.Lines(), before.reviews.Lines());
+    EXPECT_EQ(Read().clashes.rows.size(), 0);
+    ExpectMarkersReleasedAndNothingLeft();
+    EXPECT_EQ(BackupFiles().size(), backups.size() + 1) << "the backup of the project as found stays";
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, WriteBack, testing::Values("sqlite", "ris", "postgres"));

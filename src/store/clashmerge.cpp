@@ -102,6 +102,13 @@ ClashMerge::ClashMerge(SqliteDb &db, const QString &schema)
 {
 }
 
+qint64 ClashMerge::Logged(const char *message, const char *table, const QString &sql)
+{
+    const qint64 changed = m_db.ExecuteCount(sql);
+    LogMessage(message, {QLatin1String(table), QString::number(changed)});
+    return changed;
+}
+
 qint64 ClashMerge::Count(const char *table) const
 {
     return m_db.Read(QStringLiteral("SELECT COUNT(*) FROM [%1];").arg(QLatin1String(table))).Value(0, 0).toLongLong();
@@ -155,18 +162,17 @@ qint64 ClashMerge::InsertNewReviews()
     SetAutoNumberColumnStartID(m_db, QStringLiteral("_temp_table"), QStringLiteral("ID"), highest + 1);
     m_db.Execute(QStringLiteral("INSERT INTO [_temp_table] (%1) SELECT %1 FROM [_temp_table2] ORDER BY [unique_clash_id];")
                      .arg(QLatin1String(kReviewColumns)));
-    const qint64 inserted = m_db.ExecuteCount(
-        QStringLiteral("INSERT INTO [pdtable_135] ([system_unique_no], %1) SELECT [ID] AS [system_unique_no], %1 FROM [_temp_table];")
-            .arg(QLatin1String(kReviewColumns)));
-    LogMessage(msg::MergeRecordsInserted, {QLatin1String(kReviewTable), QString::number(inserted)});
-    return inserted;
+    return Logged(msg::MergeRecordsInserted, kReviewTable,
+                  QStringLiteral("INSERT INTO [pdtable_135] ([system_unique_no], %1) SELECT [ID] AS [system_unique_no], %1 "
+                                 "FROM [_temp_table];")
+                      .arg(QLatin1String(kReviewColumns)));
 }
 
 qint64 ClashMerge::UpdateNewestReviews()
 {
     // The newest review row of a clash takes the local review when that is later and differs;
     // a new row of the step before, dated 0, is filled here. Null against a text differs.
-    const qint64 updated = m_db.ExecuteCount(QStringLiteral(
+    return Logged(msg::MergeRecordsUpdated, kReviewTable, QStringLiteral(
         "UPDATE [pdtable_135] SET [review_date] = [base_clash_table].[review_timestamp], [action] = %1, "
         "[review_comment] = [base_clash_table].[review_comment], [approval_method] = %2 FROM [base_clash_table] "
         "WHERE([pdtable_135].[unique_clash_id] = [base_clash_table].[clash_id] AND [pdtable_135].[system_unique_no] = "
@@ -175,9 +181,7 @@ qint64 ClashMerge::UpdateNewestReviews()
         "([pdtable_135].[action] <> %1 OR [pdtable_135].[review_comment] <> [base_clash_table].[review_comment] COLLATE NOCASE OR "
         "([pdtable_135].[review_comment] IS NULL AND NOT [base_clash_table].[review_comment] IS NULL) OR (NOT "
         "[pdtable_135].[review_comment] IS NULL AND [base_clash_table].[review_comment] IS NULL)));")
-                                                 .arg(QLatin1String(kActionCode), QLatin1String(kStatusCode)));
-    LogMessage(msg::MergeRecordsUpdated, {QLatin1String(kReviewTable), QString::number(updated)});
-    return updated;
+                      .arg(QLatin1String(kActionCode), QLatin1String(kStatusCode)));
 }
 
 qint64 ClashMerge::UpdateClashRows()
@@ -186,7 +190,7 @@ qint64 ClashMerge::UpdateClashRows()
     // action discipline found by name, when one differs and the store is later than the
     // project as found, or the clash has just got its first review row. The joins go into a
     // derived table, as SQLite's UPDATE ... FROM can't join on the row being changed.
-    const qint64 updated = m_db.ExecuteCount(QStringLiteral(
+    return Logged(msg::MergeRecordsUpdated, kClashTable, QStringLiteral(
         "UPDATE [pdtable_132] SET [if_approval_status] = [j].[status_code], [recent_review_date] = [j].[completion_date], "
         "[action_discipline] = [j].[discipline_indx_no] FROM (SELECT [pdtable_132].rowid AS [row_id], %1 AS [status_code], "
         "[base_clash_table].[review_timestamp] AS [review_timestamp], [pdtable_111].[discipline_indx_no] AS [discipline_indx_no], "
@@ -200,9 +204,7 @@ qint64 ClashMerge::UpdateClashRows()
         "FROM [org_pdtable_135] WHERE([pdtable_132].[unique_clash_id] = [org_pdtable_135].[unique_clash_id])) OR EXISTS(SELECT 1 "
         "FROM [pdtable_135] WHERE([pdtable_132].[unique_clash_id] = [pdtable_135].[unique_clash_id] AND NOT EXISTS(SELECT 1 FROM "
         "[org_pdtable_135] WHERE([pdtable_135].[unique_clash_id] = [org_pdtable_135].[unique_clash_id]))))));")
-                                                 .arg(QLatin1String(kStatusCode)));
-    LogMessage(msg::MergeRecordsUpdated, {QLatin1String(kClashTable), QString::number(updated)});
-    return updated;
+                      .arg(QLatin1String(kStatusCode)));
 }
 
 bool ClashMerge::Merge(bool keepOriginalClashRows)

@@ -42,6 +42,8 @@ public:
 
 private:
     qint64 Count(const char *table) const;
+    /// Runs a statement and logs the rows it changed in `table` with `message`.
+    qint64 Logged(const char *message, const char *table, const QString &sql);
     void AddReviewTimestamps();
     qint64 InsertNewReviews();
     qint64 UpdateNewestReviews();

@@ -133,27 +133,9 @@ struct ProjectClashes
     }
 };
 
-class WriteBack : public testing::TestWithParam<const char *>
+class WriteBack : public fxtest::SiteKindTest
 {
 protected:
-    void SetUp() override
-    {
-        const auto kind = fxtest::SiteKind(GetParam());
-        if (!kind)
-            GTEST_SKIP() << "no PostgreSQL test server";
-        m_kind = *kind;
-        Process().WorkDir = box.Temp();
-        Process().BatchMode = false;
-        ClearProjectCache();
-    }
-
-    void TearDown() override
-    {
-        FreeClashes();
-        ClearProjectCache();
-        Process().WorkDir.clear();
-    }
-
     // Builds the site and opens its project as a reviewer does; an edge site's markers, held
     // by another user, are released by their owner first.
     void Open(bool edge)
@@ -236,10 +218,8 @@ protected:
         EXPECT_EQ(QDir(box.Temp()).entryList({u"fxmerge*"_s, u"fxload*"_s}, QDir::Files), QStringList());
     }
 
-    fxtest::Sandbox box;
     // A name of its own per test, so that tests side by side on one PostgreSQL server never meet.
     const QString project = u"W"_s + RandomScratchName().toUpper();
-    QString m_kind;
     std::optional<SiteLayout> layout;
     CRIS cris;
 };
@@ -492,14 +472,34 @@ TEST_P(WriteBack, a_write_back_that_fails_leaves_the_project_as_it_was_releases_
                      true);
     }
 
+    if (m_kind == u"sqlite"_s) {
+        // The project echoes each new review row: its count after the load is not the merge's,
+        // and the text names the backup to restore from.
+        cris.DBWrite(Schema(), u"CREATE TRIGGER fx_echo AFTER INSERT ON pdtable_135 WHEN NEW.system_unique_no > 0 BEGIN "
+                               "INSERT INTO pdtable_135 VALUES (-NEW.system_unique_no, NEW.unique_clash_id, 0, 0, 0, 1, NULL, 1); END"_s,
+                     true);
+        const qint64 merged = before.reviews.rows.size() + 3;
+        const auto failed = Save();
+        const QStringList dumps = BackupFiles().filter(u"_clashes_backup.dmp"_s);
+        ASSERT_FALSE(dumps.isEmpty());
+        EXPECT_EQ(failed, (std::pair<qint32, QString>{1, u"SaveClashes2PDS: "_s + ArgForm(msg::LoadRecordsCountCritical,
+                                                                                           {u"pdtable_135"_s, QString::number(merged + 3),
+                                                                                            QString::number(merged), u"\n"_s,
+                                                                                            box.Temp() + u"FendrixBackup/"_s + dumps.last()})}));
+        EXPECT_EQ(Read().reviews.rows.size(), merged + 3) << "left as loaded, for a person to restore";
+        ExpectMarkersReleasedAndNothingLeft();
+        cris.DBWrite(Schema(), u"DROP TRIGGER fx_echo"_s, true);
+    }
+
     // The project's clash list was emptied meanwhile: the merge can't match its count, and
     // nothing is loaded.
+    const ProjectClashes found = Read();
     cris.DBWrite(Schema(), u"DELETE FROM pdtable_132"_s, true);
     const QStringList backups = BackupFiles();
     const auto counted = Save();
     EXPECT_EQ(counted, (std::pair<qint32, QString>{1, u"SaveClashes2PDS: "_s + ArgForm(msg::IncorrectRecordsCount,
                                                                                         {u"pdtable_132"_s, u"0"_s, u"0"_s})}));
-    EXPECT_EQ(Read().reviews.Lines(), before.reviews.Lines());
+    EXPECT_EQ(Read().reviews.Lines(), found.reviews.Lines());
     EXPECT_EQ(Read().clashes.rows.size(), 0);
     ExpectMarkersReleasedAndNothingLeft();
     EXPECT_EQ(BackupFiles().size(), backups.size() + 1) << "the backup of the project as found stays";

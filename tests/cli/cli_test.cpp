@@ -111,16 +111,7 @@ protected:
     }
 
     // Grants the user of the tests exactly `permissions` in the project's privilege database.
-    void GrantOnly(const QList<int> &permissions)
-    {
-        const ProjFile projFile = GetProjFile(layout->ControlFile(), false);
-        PrivilegePermissionsSet(PermissionNames(), GetPermissionDBFileName(projFile.PROJ_ADDR, projFile.PROJ_FILE, true));
-        PrivilegeMgrInit();
-        PrivilegeAddObject2DB(u"user"_s, GetMyAccountDomain(), GetMyUserName());
-        for (const int no : permissions)
-            PrivilegeSet(u"user"_s, GetMyAccountDomain(), GetMyUserName(), GetPermissionName(no), true);
-        PrivilegeDBClose();
-    }
+    void GrantOnly(const QList<int> &permissions) { fxtest::GrantOnly(layout->ControlFile(), permissions); }
 
     static QString Caption(qint64 total, qint64 approved)
     {

@@ -15,6 +15,8 @@
 #include "pds/projectlocks.h"
 #include "pds/projectschema.h"
 #include "pds/scratchfiles.h"
+#include "permissions/permissionnames.h"
+#include "permissions/privilegedb.h"
 #include "pdssim/edgemanifest.h"
 #include "pdssim/siteconfig.h"
 #include "pdssim/sitelayout.h"
@@ -33,6 +35,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLocale>
 
 #include <gtest/gtest.h>
 
@@ -425,6 +428,20 @@ TEST_P(WriteBack, with_nothing_new_the_project_stays_as_it_was_no_backup_is_left
             << boxes.boxes.front().text.toStdString();
     }
     ExpectMarkersReleasedAndNothingLeft();
+
+    // A user who may not unlock markers is refused at once, told who holds the project since when.
+    ProjectLockA(cris, project, u"FX_other"_s);
+    ASSERT_TRUE(IsProjectLocked(cris, project, &holder));
+    fxtest::GrantOnly(layout->ControlFile(), {PermissionSaveChangesNo, PermissionChangeStatusNo});
+    PrivilegeMyPermissionInit();
+    {
+        fxtest::RecordingMessageBox boxes(IdYes);
+        EXPECT_EQ(Save().second, u"SaveClashes2PDS: "_s + ArgForm(msg::ProjectMarkerLockedBy, {u"FX_other"_s,
+                                                                                              QLocale().toString(holder.date, QLocale::ShortFormat)}));
+        EXPECT_TRUE(boxes.boxes.empty());
+    }
+    EXPECT_TRUE(IsProjectLocked(cris, project));
+    ProjectUnlockA(cris, project);
 
     // A project that can't be reached is refused before any marker is touched.
     ClashStore().SchemaAvailable = false;

@@ -7,6 +7,11 @@
 #include "frame/processstate.h"
 #include "frame/settings.h"
 #include "pds/projectschema.h"
+#include "pds/projfile.h"
+#include "permissions/accounts.h"
+#include "permissions/permissionnames.h"
+#include "permissions/privilegedb.h"
+#include "permissions/privilegemanager.h"
 #include "pdssim/sitebuild.h"
 #include "pdssim/siteconfig.h"
 #include "pdssim/sitelayout.h"
@@ -52,6 +57,21 @@ inline pdssim::SiteLayout ProgramSite(const QString &root, const QString &projec
     pdssim::InstallSiteConfig(layout, programDir);
     fx::SetUserConfigFile(pdssim::SiteUserConfigFile(layout, project));
     return layout;
+}
+
+/// Grants the user of the tests exactly `permissions` in the privilege database of the project
+/// of `controlFile`; the program reads them at its next opening or PrivilegeMyPermissionInit().
+inline void GrantOnly(const QString &controlFile, const QList<int> &permissions)
+{
+    const fx::ProjFile projFile = fx::GetProjFile(controlFile, false);
+    fx::PrivilegePermissionsSet(fx::PermissionNames(),
+                                fx::GetPermissionDBFileName(projFile.PROJ_ADDR, projFile.PROJ_FILE, true));
+    fx::PrivilegeMgrInit();
+    const QString user = QStringLiteral("user");
+    fx::PrivilegeAddObject2DB(user, fx::GetMyAccountDomain(), fx::GetMyUserName());
+    for (const int no : permissions)
+        fx::PrivilegeSet(user, fx::GetMyAccountDomain(), fx::GetMyUserName(), fx::GetPermissionName(no), true);
+    fx::PrivilegeDBClose();
 }
 
 /// A test on a site of the parameter's kind, skipped when that is PostgreSQL and no server

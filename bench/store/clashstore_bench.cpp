@@ -15,6 +15,7 @@
 #include "store/clashstore.h"
 #include "store/clashview.h"
 #include "store/loadclashes.h"
+#include "store/savetoproject.h"
 #include "store/workingdatabase.h"
 
 #include <QDir>
@@ -148,5 +149,35 @@ void ApproveAll(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * approved);
 }
 BENCHMARK(ApproveAll)->Arg(100000)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+// Writing back 10,000 changed reviews of the project (target: under 10 s). The schema file is
+// put back before each round, so that every round writes the same changes.
+void WriteBack(benchmark::State &state)
+{
+    Site &site = SiteOf(state.range(0));
+    const QString pristine = site.schemaFile + QStringLiteral(".pristine");
+    QFile::remove(pristine);
+    QFile::copy(site.schemaFile, pristine);
+    for (auto _ : state) {
+        state.PauseTiming();
+        QFile::remove(site.schemaFile);
+        QFile::copy(pristine, site.schemaFile);
+        fx::ClearProjectCache();
+        fx::InitClashes(site.controlFile, kProject);
+        fx::GetClashes();
+        qint64 changed = 0;
+        fx::SetClashStatus(QStringLiteral("clash_id IN (SELECT clash_id FROM [clashes] ORDER BY clash_id LIMIT 10000)"),
+                           fx::ClashActionApproveFalse, changed, false, false);
+        state.counters["changed"] = double(changed);
+        state.ResumeTiming();
+        fx::SaveClashes2PDS();
+        state.PauseTiming();
+        fx::FreeClashes();
+        state.ResumeTiming();
+    }
+    QFile::remove(site.schemaFile);
+    QFile::rename(pristine, site.schemaFile);
+}
+BENCHMARK(WriteBack)->Arg(100000)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 } // namespace

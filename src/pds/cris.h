@@ -60,6 +60,10 @@ public:
     QList<ColumnDescription> DBGetCols(const QString &schema, const QString &table);
     bool IsTableExists(const QString &schema, const QString &table);
     bool IsColumnExists(const QString &schema, const QString &table, const QString &column);
+    /// Runs each batch's statement for its rows, all inside one transaction of the schema: every
+    /// change stays, or after any failure none. Gives the rows each batch changed. Kind 0 (RIS)
+    /// raises: its tables take changes through rislod.
+    QList<qint64> DBWriteBatches(const QString &schema, const QList<StatementBatch> &batches);
     /// Brings the rows of `sql` (a SELECT of one table) into `table` of the local store `database`,
     /// appending when the table exists there, creating it otherwise.
     void DBImport2Access(const QString &database, const QString &table, const QString &sql, const QString &schema);

@@ -131,4 +131,7 @@ inline constexpr char DesignUorPerSub[] = "UorPerSub: %0%";
 inline constexpr char DesignFileNotReadable[] = "Design file '%0%' cannot be read";
 inline constexpr char DesignHeaderMissing[] = "'%0%' is not a design file: no design header";
 
+// Writing to a project schema in one transaction
+inline constexpr char RisSchemaWithoutTransactions[] = "A RIS schema takes no transaction: its tables are loaded through RIS dumps";
+
 } // namespace fx::msg

@@ -7,6 +7,9 @@
 #include <QDateTime>
 #include <QRegularExpression>
 
+#include <limits>
+#include <vector>
+
 #include <sql.h>
 #include <sqlext.h>
 #include <sqlucode.h>
@@ -79,6 +82,27 @@ QString ConnectionStringValue(const QString &connectionString, const QStringList
         return value;
     }
     return QString();
+}
+
+// A value bound to a marker, with the storage the driver reads at SQLExecute.
+struct BoundValue
+{
+    SQLINTEGER integer = 0;
+    SQLBIGINT bigInteger = 0;
+    double real = 0;
+    QString text;
+    SQLLEN indicator = 0;
+};
+
+bool IsIntegerValue(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Int: case QMetaType::UInt: case QMetaType::LongLong: case QMetaType::ULongLong:
+    case QMetaType::Short: case QMetaType::UShort: case QMetaType::Long: case QMetaType::ULong: case QMetaType::Bool:
+        return true;
+    default:
+        return false;
+    }
 }
 
 bool IsTextType(int sqlType)
@@ -286,6 +310,21 @@ QList<ColumnDescription> OdbcConnection::Columns(const QString &schema, const QS
     return columns;
 }
 
+void OdbcConnection::SetAutoCommit(bool on)
+{
+    const SQLRETURN rc = SQLSetConnectAttrW(m_dbc, SQL_ATTR_AUTOCOMMIT,
+                                            reinterpret_cast<SQLPOINTER>(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF),
+                                            SQL_IS_UINTEGER);
+    if (!SQL_SUCCEEDED(rc))
+        RaiseDiagnostics(SQL_HANDLE_DBC, m_dbc, "SQLSetConnectAttr", QString());
+}
+
+void OdbcConnection::EndTransaction(bool commit)
+{
+    if (!SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, m_dbc, commit ? SQL_COMMIT : SQL_ROLLBACK)))
+        RaiseDiagnostics(SQL_HANDLE_DBC, m_dbc, "SQLEndTran", QString());
+}
+
 // --- OdbcStatement
 
 OdbcStatement::OdbcStatement(OdbcConnection &connection)
@@ -341,6 +380,73 @@ void OdbcStatement::ExecuteColumns(const QString &schema, const QString &table)
                       SQLSMALLINT(tablePattern.size()), WideMutable(all), SQL_NTS),
           "SQLColumns", m_sql);
     Describe();
+}
+
+void OdbcStatement::Prepare(const QString &sql)
+{
+    m_sql = sql;
+    m_markerTypes.clear();
+    QString text = sql;
+    Check(SQLPrepareW(m_stmt, WideMutable(text), SQLINTEGER(text.size())), "SQLPrepare", sql);
+}
+
+short OdbcStatement::MarkerType(unsigned short marker)
+{
+    auto it = m_markerTypes.constFind(marker);
+    if (it != m_markerTypes.cend())
+        return *it;
+    SQLSMALLINT type = SQL_VARCHAR;
+    SQLULEN size = 0;
+    SQLSMALLINT digits = 0;
+    SQLSMALLINT nullable = 0;
+    if (!SQL_SUCCEEDED(SQLDescribeParam(m_stmt, marker, &type, &size, &digits, &nullable)))
+        type = SQL_VARCHAR;
+    m_markerTypes.insert(marker, type);
+    return type;
+}
+
+qint64 OdbcStatement::ExecutePrepared(const QVariantList &values)
+{
+    // Sized once: the driver keeps pointers into it until SQLExecute has run.
+    std::vector<BoundValue> bound(size_t(values.size()));
+    Check(SQLFreeStmt(m_stmt, SQL_RESET_PARAMS), "SQLFreeStmt", m_sql);
+    for (qsizetype i = 0; i < values.size(); ++i) {
+        const QVariant &value = values.at(i);
+        BoundValue &slot = bound[size_t(i)];
+        const SQLUSMALLINT marker = SQLUSMALLINT(i + 1);
+        SQLRETURN rc;
+        if (value.isNull()) {
+            slot.indicator = SQL_NULL_DATA;
+            rc = SQLBindParameter(m_stmt, marker, SQL_PARAM_INPUT, SQL_C_CHAR, MarkerType(marker), 1, 0, nullptr, 0,
+                                  &slot.indicator);
+        } else if (IsIntegerValue(value)) {
+            const qint64 number = value.toLongLong();
+            if (number >= std::numeric_limits<SQLINTEGER>::min() && number <= std::numeric_limits<SQLINTEGER>::max()) {
+                slot.integer = SQLINTEGER(number);
+                rc = SQLBindParameter(m_stmt, marker, SQL_PARAM_INPUT, SQL_C_SLONG, SQL_INTEGER, 0, 0, &slot.integer, 0,
+                                      &slot.indicator);
+            } else {
+                slot.bigInteger = number;
+                rc = SQLBindParameter(m_stmt, marker, SQL_PARAM_INPUT, SQL_C_SBIGINT, SQL_BIGINT, 0, 0, &slot.bigInteger,
+                                      0, &slot.indicator);
+            }
+        } else if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Float) {
+            slot.real = value.toDouble();
+            rc = SQLBindParameter(m_stmt, marker, SQL_PARAM_INPUT, SQL_C_DOUBLE, SQL_DOUBLE, 0, 0, &slot.real, 0,
+                                  &slot.indicator);
+        } else {
+            slot.text = value.toString();
+            slot.indicator = SQLLEN(slot.text.size() * qsizetype(sizeof(SQLWCHAR)));
+            rc = SQLBindParameter(m_stmt, marker, SQL_PARAM_INPUT, SQL_C_WCHAR, SQL_WVARCHAR,
+                                  SQLULEN(qMax<qsizetype>(1, slot.text.size())), 0, WideMutable(slot.text),
+                                  slot.indicator, &slot.indicator);
+        }
+        Check(rc, "SQLBindParameter", m_sql);
+    }
+    Check(SQLExecute(m_stmt), "SQLExecute", m_sql);
+    SQLLEN changed = 0;
+    Check(SQLRowCount(m_stmt, &changed), "SQLRowCount", m_sql);
+    return changed > 0 ? qint64(changed) : 0;
 }
 
 void OdbcStatement::Describe()

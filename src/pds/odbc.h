@@ -4,6 +4,7 @@
 #include "pds/recordset.h"
 #include "pds/schemaconnection.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -39,6 +40,11 @@ public:
     void ExecuteTables(const QString &schema);
     /// Lists the columns of `schema`.`table`, as SQLColumns does.
     void ExecuteColumns(const QString &schema, const QString &table);
+    /// Prepares `sql`, a statement with "?" markers, for ExecutePrepared.
+    void Prepare(const QString &sql);
+    /// Runs the prepared statement with `values` bound to its markers in order: integers, reals
+    /// and texts as such, NULL as the marker's own type; gives the rows it changed.
+    qint64 ExecutePrepared(const QVariantList &values);
 
     /// The fields of the current result (none after a statement without rows).
     const QList<RecordsetField> &Fields() const { return m_fields; }
@@ -48,12 +54,15 @@ public:
 private:
     void Check(short rc, const char *call, const QString &sql = QString()) const;
     void Describe();
+    /// The SQL type of a marker as the driver describes it; text when it can't tell.
+    short MarkerType(unsigned short marker);
     QVariant Value(int column);
 
     OdbcConnection &m_connection;
     void *m_stmt = nullptr;
     QList<RecordsetField> m_fields;
     QList<short> m_sqlTypes;
+    QHash<unsigned short, short> m_markerTypes;
     QString m_sql;
     bool m_done = false;
 };
@@ -73,6 +82,10 @@ public:
     void Execute(const QString &sql);
     /// Runs a query into an in-memory result.
     Recordset Read(const QString &sql);
+    /// Switches committing each statement on its own on or off; off starts a transaction.
+    void SetAutoCommit(bool on);
+    /// Ends the open transaction, keeping its changes or undoing them.
+    void EndTransaction(bool commit);
     /// Runs a query; hands its fields once, then its rows in slices of at most `sliceRows`.
     void ReadInSlices(const QString &sql, int sliceRows,
                       const std::function<void(const QList<RecordsetField> &)> &onFields,

@@ -70,4 +70,31 @@ QList<ColumnDescription> OdbcSchemaConnection::Columns(const QString &schema, co
     return columns;
 }
 
+void OdbcSchemaConnection::Begin()
+{
+    m_connection.SetAutoCommit(false);
+}
+
+void OdbcSchemaConnection::Commit()
+{
+    m_connection.EndTransaction(true);
+    m_connection.SetAutoCommit(true);
+}
+
+void OdbcSchemaConnection::Rollback()
+{
+    m_connection.EndTransaction(false);
+    m_connection.SetAutoCommit(true);
+}
+
+qint64 OdbcSchemaConnection::ExecuteBatch(const QString &sql, const QList<QVariantList> &rows)
+{
+    OdbcStatement statement(m_connection);
+    statement.Prepare(sql);
+    qint64 changed = 0;
+    for (const QVariantList &row : rows)
+        changed += statement.ExecutePrepared(row);
+    return changed;
+}
+
 } // namespace fx

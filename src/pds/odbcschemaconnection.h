@@ -33,6 +33,10 @@ public:
     void Execute(const QString &sql) override;
     QStringList Tables(const QString &schema) override;
     QList<ColumnDescription> Columns(const QString &schema, const QString &table) override;
+    void Begin() override;
+    void Commit() override;
+    void Rollback() override;
+    qint64 ExecuteBatch(const QString &sql, const QList<QVariantList> &rows) override;
 
 private:
     /// The schema as the server's catalog spells it: Oracle keeps plain names in capitals.

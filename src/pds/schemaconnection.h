@@ -19,6 +19,14 @@ struct ColumnDescription
     qint64 size = 0;   ///< defined size, characters for text
 };
 
+/// One statement with "?" markers and the rows of values it runs with, each row binding its
+/// values to the markers in order (a null QVariant binds NULL).
+struct StatementBatch
+{
+    QString sql;
+    QList<QVariantList> rows;
+};
+
 /// A connection to the database behind a project schema.
 class SchemaConnection
 {
@@ -38,6 +46,16 @@ public:
     virtual void Execute(const QString &sql) = 0;
     virtual QStringList Tables(const QString &schema) = 0;
     virtual QList<ColumnDescription> Columns(const QString &schema, const QString &table) = 0;
+
+    /// Starts a transaction: what follows stays only with Commit().
+    virtual void Begin() = 0;
+    /// Makes the transaction's changes lasting and goes back to committing each statement.
+    virtual void Commit() = 0;
+    /// Undoes the transaction's changes and goes back to committing each statement.
+    virtual void Rollback() = 0;
+    /// Runs `sql` once for each of `rows`, its markers bound to the row's values; gives the
+    /// rows changed in all.
+    virtual qint64 ExecuteBatch(const QString &sql, const QList<QVariantList> &rows) = 0;
 };
 
 } // namespace fx

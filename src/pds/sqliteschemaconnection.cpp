@@ -123,4 +123,37 @@ QList<ColumnDescription> SqliteSchemaConnection::Columns(const QString &schema, 
     return columns;
 }
 
+void SqliteSchemaConnection::Begin()
+{
+    Db().Execute(QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+void SqliteSchemaConnection::Commit()
+{
+    Db().Execute(QStringLiteral("COMMIT"));
+}
+
+void SqliteSchemaConnection::Rollback()
+{
+    SqliteDb &db = Db();
+    // A failed statement may have ended the transaction itself already.
+    if (!sqlite3_get_autocommit(db.Handle()))
+        db.Execute(QStringLiteral("ROLLBACK"));
+}
+
+qint64 SqliteSchemaConnection::ExecuteBatch(const QString &sql, const QList<QVariantList> &rows)
+{
+    SqliteDb &db = Db();
+    SqliteStatement statement(db, sql);
+    qint64 changed = 0;
+    for (const QVariantList &row : rows) {
+        statement.Reset();
+        for (qsizetype i = 0; i < row.size(); ++i)
+            statement.Bind(int(i) + 1, row.at(i));
+        statement.Step();
+        changed += sqlite3_changes64(db.Handle());
+    }
+    return changed;
+}
+
 } // namespace fx

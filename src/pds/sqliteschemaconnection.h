@@ -28,6 +28,11 @@ public:
     void Execute(const QString &sql) override;
     QStringList Tables(const QString &schema) override;
     QList<ColumnDescription> Columns(const QString &schema, const QString &table) override;
+    /// Takes the file's write lock at once, so that a second writer waits or fails before any change.
+    void Begin() override;
+    void Commit() override;
+    void Rollback() override;
+    qint64 ExecuteBatch(const QString &sql, const QList<QVariantList> &rows) override;
 
 private:
     /// The open schema; raises when none was chosen yet.

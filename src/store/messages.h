@@ -85,4 +85,38 @@ inline constexpr char CreatingClashTable[] = "Creating clash table ...";
 inline constexpr char ClashTableCreated[] = "Clash table created successfully";
 inline constexpr char UnknownFilterColumn[] = "Unknown filter column: '%0%'";
 
+// The save dialog
+inline constexpr char SaveChangesCaption[] = "Save project changes";
+inline constexpr char SaveChangesLabel[] = "PDS-Project '%0%' was %1%modified.";
+inline constexpr char SaveChangesNot[] = "NOT ";
+inline constexpr char AreYouSure[] = "Are you sure?";
+
+// Writing changes back to the project: the markers, the merge in a private copy, backups, load
+inline constexpr char WritingChangesToSchema[] = "Writing changes to project schema by user '%0%' ...";
+inline constexpr char WriteBackSchemaNotExists[] = "Project schema not exists";
+inline constexpr char ProjectMarkerOverwrite[] = "Project marker file is locked by '%0%' since %1%.%2%Overwriting lock may cause data loss. Do you wish to continue?";
+inline constexpr char ProjectMarkerLockedBy[] = "Project marker file is locked by '%0%' since %1%";
+inline constexpr char AreaMarkersOverwrite[] = "Some of area marker files are locked by '%0%' since %1%.%2%Overwriting lock may cause data loss. Do you wish to continue?";
+inline constexpr char AreaMarkersLockedBy[] = "Some of area marker files are locked by '%0%' since %1%";
+inline constexpr char ClashesInStoreFound[] = "%0% clashes in Fendrix database found";
+inline constexpr char DeletingOldBackupFile[] = "Deleting old backup file '%0%' ...";
+inline constexpr char BackupClashData[] = "Backup current clash data from schema '%0%' to file '%1%' ...";
+inline constexpr char ImportingCurrentClashData[] = "Importing current clash data ('%0%') ...";
+inline constexpr char SchemaCurrentRecordsCount[] = "%0% (schema '%1%'): current records count %2%";
+inline constexpr char CheckingForChanges[] = "Checking for changes ...";
+inline constexpr char MergeRecordsInserted[] = "%0%: %1% records inserted";
+inline constexpr char MergeRecordsUpdated[] = "%0%: %1% records updated";
+inline constexpr char StoreRecordsCount[] = "%0% (Fendrix database): records count %1%";
+inline constexpr char IncorrectRecordsCount[] = "Incorrect records count in %0% (project schema %1%, Fendrix database %2% records)";
+inline constexpr char NoChangesFound[] = "No changes found between Fendrix database and project schema '%0%'";
+inline constexpr char CreatingRISDumpFile[] = "Creating RIS dump file ...";
+inline constexpr char LoadingFromRISDump[] = "Loading data from RIS dump file '%0%' ...";
+inline constexpr char LoadingInTransaction[] = "Loading data into project schema '%0%' in one transaction ...";
+inline constexpr char SchemaRowsWritten[] = "%0% (schema '%1%'): %2% records updated, %3% records inserted";
+inline constexpr char ValidatingProjectSchema[] = "Validating project schema ...";
+inline constexpr char SchemaNewRecordsCount[] = "%0% (schema '%1%'): new records count %2%";
+inline constexpr char LoadRecordsCountCritical[] = "Critical error! Writing changes back into PDS failed: incorrect records count in %0% (project schema %1%, Fendrix database %2% records).%3%Project schema backup file '%4%'";
+inline constexpr char RunningRISClean[] = "Running RIS clean ...";
+inline constexpr char DeletingBackupFile[] = "Deleting '%0%' ...";
+
 } // namespace fx::msg

@@ -111,16 +111,7 @@ protected:
     }
 
     // Grants the user of the tests exactly `permissions` in the project's privilege database.
-    void GrantOnly(const QList<int> &permissions)
-    {
-        const ProjFile projFile = GetProjFile(layout->ControlFile(), false);
-        PrivilegePermissionsSet(PermissionNames(), GetPermissionDBFileName(projFile.PROJ_ADDR, projFile.PROJ_FILE, true));
-        PrivilegeMgrInit();
-        PrivilegeAddObject2DB(u"user"_s, GetMyAccountDomain(), GetMyUserName());
-        for (const int no : permissions)
-            PrivilegeSet(u"user"_s, GetMyAccountDomain(), GetMyUserName(), GetPermissionName(no), true);
-        PrivilegeDBClose();
-    }
+    void GrantOnly(const QList<int> &permissions) { fxtest::GrantOnly(layout->ControlFile(), permissions); }
 
     static QString Caption(qint64 total, qint64 approved)
     {
@@ -222,6 +213,37 @@ TEST_F(Cli, a_command_the_window_would_not_offer_is_refused_and_the_run_stops_th
     EXPECT_EQ(run.status, 0) << run.boxes.join(u'\n').toStdString();
     SqliteDb file(saved, SqliteDb::OpenMode::ReadOnly);
     EXPECT_EQ(file.Read(u"SELECT review_comment FROM base_clash_table WHERE clash_id = "_s + first).Value(0, 0).toString(), u"seen"_s);
+}
+
+TEST_F(Cli, save_project_writes_approvals_back_exits_3_when_nothing_is_new_and_needs_its_permission)
+{
+    Build(u"sqlite"_s, false);
+    const QStringList open = SchemaIds(u"if_approval_status NOT IN (2, 99)"_s);
+    ASSERT_GE(open.size(), 2);
+    const QString picked = open.mid(0, 2).join(u", "_s);
+    const QString approved = u"if_approval_status = 2 AND unique_clash_id IN ("_s + picked + u")"_s;
+    ASSERT_EQ(SchemaIds(approved), QStringList());
+
+    CliRun run = Run(Open() + QStringList{u"approve-real"_s, u"clash_id IN ("_s + picked + u")"_s, u"save-project"_s});
+    EXPECT_EQ(run.status, 0) << run.boxes.join(u'\n').toStdString();
+    EXPECT_EQ(run.boxes, QStringList()) << "saved, so nothing is lost at the end";
+    EXPECT_EQ(SchemaIds(approved), open.mid(0, 2));
+
+    // Opened again, the project holds nothing this store could add.
+    run = Run(Open() + QStringList{u"save-project"_s, u"counts"_s});
+    EXPECT_EQ(run.status, 3);
+    ASSERT_EQ(run.boxes.size(), 1);
+    EXPECT_TRUE(run.boxes.first().endsWith(Shown(msg::NoChangesFound, {u"pd_"_s + project}))) << run.boxes.first().toStdString();
+    EXPECT_EQ(run.lines.size(), 1) << "the steps after it still run";
+
+    // A user who may change clashes but not write them to the project.
+    GrantOnly({PermissionChangeStatusNo});
+    run = Run(Open() + QStringList{u"unapprove"_s, u"clash_id = "_s + open.first(), u"save-project"_s});
+    EXPECT_EQ(run.status, 1);
+    ASSERT_FALSE(run.boxes.isEmpty());
+    EXPECT_TRUE(run.boxes.last().endsWith(Shown(msg::PermissionNotGranted, {GetPermissionName(PermissionSaveChangesNo)})))
+        << run.boxes.last().toStdString();
+    EXPECT_EQ(SchemaIds(approved), open.mid(0, 2));
 }
 
 TEST_F(Cli, arguments_that_make_no_run_are_refused_with_the_usage_before_anything_opens)

@@ -179,6 +179,56 @@ TEST_P(CRISSqlKinds, an_extract_writes_the_text_file_and_its_schema_ini_section_
               u"CRIS::Extract2File: "_s + ArgForm(msg::CrisTempDirNotCorrect, {m_cris.GetTempDir()}));
 }
 
+// The rows of a query as "a|b|NULL" lines, for a comparison that shows what differs.
+QStringList RowTexts(CRIS &cris, const QString &schema, const QString &sql)
+{
+    QStringList lines;
+    const Recordset rows = cris.DBRead(schema, sql);
+    for (const QVariantList &row : rows.Rows()) {
+        QStringList values;
+        for (const QVariant &value : row)
+            values << (value.isNull() ? u"NULL"_s : value.toString());
+        lines << values.join(u'|');
+    }
+    return lines;
+}
+
+TEST_P(CRISSqlKinds, batches_go_in_together_and_a_failure_in_the_last_undoes_the_first)
+{
+    m_cris.DBWrite(m_schema,
+                   u"CREATE TABLE Reviews (no INTEGER NOT NULL, clash INTEGER, kind SMALLINT, note VARCHAR(40))\r\n"
+                   "INSERT INTO Reviews VALUES (1, 10, 2, 'old')\r\n"
+                   "CREATE UNIQUE INDEX ureviews ON Reviews (no)"_s,
+                   true);
+    const QString select = u"SELECT no, clash, kind, note FROM Reviews ORDER BY no"_s;
+    const QList<StatementBatch> written{
+        {u"UPDATE Reviews SET kind = ?, note = ? WHERE no = ?"_s, {{qint64(3), QVariant(), qint64(1)}}},
+        {u"INSERT INTO Reviews (no, clash, kind, note) VALUES (?, ?, ?, ?)"_s,
+         {{qint64(2), qint64(11), QVariant(), u"it's \"new\""_s}, {qint64(3), qint64(12), qint64(1), u"x"_s}}}};
+    EXPECT_EQ(m_cris.DBWriteBatches(m_schema, written), (QList<qint64>{1, 2}));
+    const QStringList after{u"1|10|3|NULL"_s, u"2|11|NULL|it's \"new\""_s, u"3|12|1|x"_s};
+    EXPECT_EQ(RowTexts(m_cris, m_schema, select), after);
+
+    // The second batch's second row collides with a key: nothing of the first batch stays.
+    const QList<StatementBatch> refused{
+        {u"UPDATE Reviews SET note = ? WHERE no = ?"_s, {{u"changed"_s, qint64(1)}}},
+        {u"INSERT INTO Reviews (no, clash) VALUES (?, ?)"_s, {{qint64(4), qint64(13)}, {qint64(2), qint64(14)}}}};
+    const QString failure = fxtest::FailureText([&] { m_cris.DBWriteBatches(m_schema, refused); });
+    EXPECT_TRUE(failure.startsWith(u"CRIS::DBWriteBatches: "_s + QString::fromLatin1(msg::DatabaseError))) << failure.toStdString();
+    EXPECT_EQ(RowTexts(m_cris, m_schema, select), after);
+
+    // The connection commits each statement again, as another connection sees at once.
+    m_cris.DBWrite(m_schema, u"INSERT INTO Reviews (no) VALUES (5)"_s);
+    CRIS other;
+    if (GetParam() == Kind::SQLite)
+        other.SetUseSQLite(m_box.Root() + u"schemas"_s);
+    else
+        other.SetUsePostgreSQL(m_server->host + u':' + m_server->port, m_server->database, m_server->user, m_server->password);
+    EXPECT_EQ(RowTexts(other, m_schema, u"SELECT COUNT(*) FROM Reviews"_s), QStringList{u"4"_s});
+    EXPECT_EQ(fxtest::FailureText([&] { m_cris.DBWriteBatches(m_schema, {{u" "_s, {}}}); }),
+              u"CRIS::DBWriteBatches: "_s + ArgForm(msg::SqlNotDefined));
+}
+
 INSTANTIATE_TEST_SUITE_P(, CRISSqlKinds, ::testing::Values(Kind::SQLite, Kind::PostgreSQL),
                          [](const ::testing::TestParamInfo<Kind> &info) {
                              return info.param == Kind::SQLite ? "SQLite" : "PostgreSQL";
@@ -230,4 +280,12 @@ TEST(CRISLogins, a_failed_login_names_the_method_but_never_the_password)
         << failure.toStdString();
     EXPECT_FALSE(failure.contains(u"Wr0ng"_s)) << failure.toStdString();
     EXPECT_FALSE(failure.contains(u"Secret"_s)) << failure.toStdString();
+}
+
+TEST(CRISBatches, a_ris_schema_takes_no_transaction)
+{
+    CRIS cris;
+    cris.SetUseRIS();
+    EXPECT_EQ(fxtest::FailureText([&] { cris.DBWriteBatches(u"pd_proj"_s, {{u"UPDATE t SET a = ?"_s, {{1}}}}); }),
+              u"CRIS::DBWriteBatches: "_s + ArgForm(msg::RisSchemaWithoutTransactions));
 }

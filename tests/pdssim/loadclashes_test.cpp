@@ -40,28 +40,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class ClashLoad : public testing::TestWithParam<const char *>
+class ClashLoad : public fxtest::SiteKindTest
 {
 protected:
-    void SetUp() override
-    {
-        const auto kind = fxtest::SiteKind(GetParam());
-        if (!kind)
-            GTEST_SKIP() << "no PostgreSQL test server";
-        m_kind = *kind;
-        Process().WorkDir = box.Temp();
-        Process().BatchMode = false;
-        // Project rows are remembered per process; an earlier test's site had the same name.
-        ClearProjectCache();
-    }
-
-    void TearDown() override
-    {
-        FreeClashes();
-        ClearProjectCache();
-        Process().WorkDir.clear();
-    }
-
     // Builds the site and makes it the program's: its settings, its user config file.
     void Build(bool edge, int clashes = 12)
     {
@@ -103,10 +84,8 @@ protected:
         EXPECT_EQ(WorkCopies(), QStringList());
     }
 
-    fxtest::Sandbox box;
     // A name of its own per test, so that tests side by side on one PostgreSQL server never meet.
     const QString project = u"E"_s + RandomScratchName().toUpper();
-    QString m_kind;
     std::optional<SiteLayout> layout;
     CRIS cris;
 };

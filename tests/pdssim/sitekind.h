@@ -4,12 +4,23 @@
 
 #include "../pds/pgtestserver.h"
 
+#include "frame/processstate.h"
 #include "frame/settings.h"
+#include "pds/projectschema.h"
+#include "pds/projfile.h"
+#include "permissions/accounts.h"
+#include "permissions/permissionnames.h"
+#include "permissions/privilegedb.h"
+#include "permissions/privilegemanager.h"
 #include "pdssim/sitebuild.h"
 #include "pdssim/siteconfig.h"
 #include "pdssim/sitelayout.h"
+#include "store/clashstore.h"
+#include "support/sandbox.h"
 
 #include <QString>
+
+#include <gtest/gtest.h>
 
 #include <optional>
 
@@ -47,5 +58,48 @@ inline pdssim::SiteLayout ProgramSite(const QString &root, const QString &projec
     fx::SetUserConfigFile(pdssim::SiteUserConfigFile(layout, project));
     return layout;
 }
+
+/// Grants the user of the tests exactly `permissions` in the privilege database of the project
+/// of `controlFile`; the program reads them at its next opening or PrivilegeMyPermissionInit().
+inline void GrantOnly(const QString &controlFile, const QList<int> &permissions)
+{
+    const fx::ProjFile projFile = fx::GetProjFile(controlFile, false);
+    fx::PrivilegePermissionsSet(fx::PermissionNames(),
+                                fx::GetPermissionDBFileName(projFile.PROJ_ADDR, projFile.PROJ_FILE, true));
+    fx::PrivilegeMgrInit();
+    const QString user = QStringLiteral("user");
+    fx::PrivilegeAddObject2DB(user, fx::GetMyAccountDomain(), fx::GetMyUserName());
+    for (const int no : permissions)
+        fx::PrivilegeSet(user, fx::GetMyAccountDomain(), fx::GetMyUserName(), fx::GetPermissionName(no), true);
+    fx::PrivilegeDBClose();
+}
+
+/// A test on a site of the parameter's kind, skipped when that is PostgreSQL and no server
+/// runs: a private world with the work folder in it, no batch mode, and no project row
+/// remembered from another test's site of the same name; the project closed at the end.
+class SiteKindTest : public testing::TestWithParam<const char *>
+{
+protected:
+    void SetUp() override
+    {
+        const auto kind = SiteKind(GetParam());
+        if (!kind)
+            GTEST_SKIP() << "no PostgreSQL test server";
+        m_kind = *kind;
+        fx::Process().WorkDir = box.Temp();
+        fx::Process().BatchMode = false;
+        fx::ClearProjectCache();
+    }
+
+    void TearDown() override
+    {
+        fx::FreeClashes();
+        fx::ClearProjectCache();
+        fx::Process().WorkDir.clear();
+    }
+
+    Sandbox box;
+    QString m_kind; ///< the kind as pdssim takes it
+};
 
 } // namespace fxtest

@@ -275,15 +275,28 @@ int RunRisLoad(const QStringList &arguments)
         wanted << item.trimmed().toLower();
     fx::SqliteDb db(RisSchemaDatabase(site, known));
     const QMultiHash<QString, QString> indexes = request.indexes ? DumpIndexStatements(dumpFile) : QMultiHash<QString, QString>();
-    fx::RISDumpReader reader(dump);
     LoadCount total;
-    bool failed = source.isEmpty() || !reader.FindSchema(source);
+    bool failed = false;
+    {
+        fx::RISDumpReader schemaReader(dump);
+        failed = source.isEmpty() || !schemaReader.FindSchema(source);
+    }
+    const bool all = wanted.isEmpty();
     for (const QString &name : failed ? QStringList() : fx::risdump::RISDumpGetTables(dumpFile, source)) {
-        if (!wanted.isEmpty() && !wanted.contains(name.toLower()))
+        if (!all && !wanted.contains(name.toLower()))
             continue;
         wanted.removeAll(name.toLower());
-        if (!reader.FindTable(name))
-            break;
+        // A reader of its own for each table, found from the dump's start as Fendrix finds one:
+        // a reader that has read a table's rows does not go on to the next table.
+        QFile tableDump(dumpFile);
+        if (!tableDump.open(QIODevice::ReadOnly))
+            fx::Raise(rismsg::CannotOpenFile, {dumpFile});
+        fx::RISDumpReader reader(tableDump);
+        if (!reader.FindSchema(source) || !reader.FindTable(name)) {
+            log.write(RisErrorBox({RisErrorKind::DumpIncomplete, {}, -1, {}, name}).toUtf8());
+            failed = true;
+            continue;
+        }
         const fx::RISDumpTable table = reader.ReadTableHeader();
         const QString target = PrepareTable(db, table, !clear, indexes.values(name.toLower()), log);
         const LoadCount count = TableLoader(db, log, bad, options.value(QLatin1Char('c')).toInt()).Load(reader, table, target, clear);

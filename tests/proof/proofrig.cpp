@@ -69,7 +69,7 @@ void CliProcess::Kill()
 
 CliResult CliProcess::Finish()
 {
-    if (!m_process->waitForFinished(kRunLimitMs)) {
+    if (m_process->state() != QProcess::NotRunning && !m_process->waitForFinished(kRunLimitMs)) {
         ADD_FAILURE() << "fendrix-cli still runs after " << kRunLimitMs << " ms: killed";
         m_process->kill();
         m_process->waitForFinished();

@@ -4,12 +4,19 @@
 
 #include "proof/proofrig.h"
 
+#include "frame/failure.h"
+#include "frame/translation.h"
+#include "store/messages.h"
+
 #include "../pdssim/sitekind.h"
 
+#include <QDir>
 #include <QElapsedTimer>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <iostream>
 #include <random>
 
@@ -18,10 +25,11 @@ using fxproof::CliResult;
 
 namespace {
 
-// Kills spread over the whole write-back, and more around its end, where the load, its commit
-// and the release of the markers lie; a run that ends before its kill doesn't count.
+// Kills spread over the whole write-back, and more from the moment its log says the load began:
+// random delays seldom meet a load of a few milliseconds. A run that ends before its kill
+// doesn't count.
 constexpr int kSpreadKills = 20;
-constexpr int kTailKills = 10;
+constexpr int kLoadKills = 10;
 const QStringList kTables{u"pdtable_132"_s, u"pdtable_135"_s};
 
 struct Snapshot
@@ -56,7 +64,22 @@ protected:
         }
     }
 
-    QStringList WriteBack() { return rig.OpenFile(file) + QStringList{u"save-project"_s}; }
+    QStringList WriteBack(const QString &reviewer = u"a"_s) { return rig.OpenFile(file, reviewer) + QStringList{u"save-project"_s}; }
+
+    // Waits until the log of a reviewer's run says that the load began; false when the run
+    // ended first. The reviewer's TEMP holds this run's log alone.
+    bool WaitForLoad(fxproof::CliProcess &process, const QString &reviewer)
+    {
+        const QDir logs(rig.Temp(reviewer) + u"Fendrix"_s);
+        const QByteArray line = fx::FillMessageArgs(fx::ArgForm(fx::msg::LoadingInTransaction, {rig.Schema()})).toUtf8();
+        while (!process.WaitFor(0)) {
+            for (const QString &log : logs.entryList(QDir::Files))
+                if (fxtest::Sandbox::ReadFile(logs.filePath(log)).contains(line))
+                    return true;
+            QThread::usleep(100);
+        }
+        return false;
+    }
 
     fxproof::ProofRig rig;
     QString file;
@@ -101,12 +124,19 @@ TEST_P(ProofKill, a_write_back_killed_anywhere_leaves_the_project_as_before_or_a
 
     std::mt19937 random(20261121);
     std::uniform_int_distribution<qint64> spread(opened * 9 / 10, written);
-    std::uniform_int_distribution<qint64> tail(written - (written - opened) / 5, written + (written - opened) / 5);
+    // Into the load, from 0.1 to 30 ms on an even log scale: loads of a few statements or of many
+    // round trips to a server are met alike.
+    std::uniform_real_distribution<double> inLoad(0.0, 1.0);
     int kills = 0, ended = 0, killedAfter = 0, markersLeft = 0;
-    for (int round = 0; kills < kSpreadKills + kTailKills && round < 100; ++round) {
-        const qint64 delay = kills < kSpreadKills ? spread(random) : tail(random);
-        const auto process = rig.Start(WriteBack());
-        process->WaitFor(int(delay));
+    for (int round = 0; kills < kSpreadKills + kLoadKills && round < 100; ++round) {
+        const bool spreadKill = kills < kSpreadKills;
+        const qint64 delay = spreadKill ? spread(random) : qint64(100 * std::pow(300.0, inLoad(random)));
+        const QString reviewer = u"round%1"_s.arg(round);
+        const auto process = rig.Start(WriteBack(reviewer), reviewer);
+        if (spreadKill)
+            process->WaitFor(int(delay));
+        else if (WaitForLoad(*process, reviewer))
+            QThread::usleep(delay);
         process->Kill();
         run = process->Finish();
         kills += run.killed ? 1 : 0;
@@ -114,8 +144,8 @@ TEST_P(ProofKill, a_write_back_killed_anywhere_leaves_the_project_as_before_or_a
         EXPECT_TRUE(run.killed || run.exitCode == 0) << run.Told();
 
         const Snapshot now = Snap();
-        ASSERT_TRUE(now == before || now == after) << "killed after " << delay << " ms, the project is neither as before "
-                                                   << "nor as after the write-back";
+        ASSERT_TRUE(now == before || now == after) << "killed " << delay << (spreadKill ? " ms after the start" : " µs into the load")
+                                                   << ", the project is neither as before nor as after the write-back";
         killedAfter += run.killed && now == after ? 1 : 0;
 
         const QString marker = rig.MarkerPromptStart();
@@ -131,7 +161,7 @@ TEST_P(ProofKill, a_write_back_killed_anywhere_leaves_the_project_as_before_or_a
         }
         Restore();
     }
-    EXPECT_EQ(kills, kSpreadKills + kTailKills);
+    EXPECT_EQ(kills, kSpreadKills + kLoadKills);
     std::cout << "write-back run of " << written << " ms (opening " << opened << " ms), killed " << kills << " times: "
               << killedAfter << " after the load, " << markersLeft << " leaving markers; " << ended << " ran to the end\n";
 }

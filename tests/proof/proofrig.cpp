@@ -105,9 +105,14 @@ void ProofRig::BuildSite(const QString &kind, int clashes)
 QString ProofRig::ReviewerDir(const QString &reviewer)
 {
     const QString dir = m_box.Root() + u"reviewer-"_s + reviewer + u"/"_s;
-    if (QDir().mkpath(dir + u"appdata"_s) && m_layout && !QFile::exists(dir + u"user.ini"_s))
+    if (QDir().mkpath(dir + u"appdata"_s) && QDir().mkpath(dir + u"temp"_s) && m_layout && !QFile::exists(dir + u"user.ini"_s))
         QFile::copy(pdssim::SiteUserConfigFile(*m_layout, m_project), dir + u"user.ini"_s);
     return dir;
+}
+
+QString ProofRig::Temp(const QString &reviewer)
+{
+    return ReviewerDir(reviewer) + u"temp/"_s;
 }
 
 QStringList ProofRig::OpenProject(const QString &reviewer)
@@ -126,7 +131,7 @@ QStringList ProofRig::OpenFile(const QString &file, const QString &reviewer)
 std::unique_ptr<CliProcess> ProofRig::Start(const QStringList &args, const QString &reviewer)
 {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(u"TEMP"_s, m_box.Temp());
+    env.insert(u"TEMP"_s, Temp(reviewer));
     env.insert(u"APPDATA"_s, ReviewerDir(reviewer) + u"appdata"_s);
     return std::make_unique<CliProcess>(m_box.ProgramDir() + u"fendrix-cli"_s, args, env);
 }

@@ -45,8 +45,8 @@ private:
     std::unique_ptr<QProcess> m_process;
 };
 
-/// A rig for one test. Reviewers are named: each has its own APPDATA and copy of the site's
-/// user config file, as two people on two machines would.
+/// A rig for one test. Reviewers are named: each has its own TEMP, APPDATA and copy of the
+/// site's user config file, as two people on two machines would.
 class ProofRig
 {
 public:
@@ -58,7 +58,8 @@ public:
 
     QString Project() const { return m_project; }
     QString Schema() const { return QStringLiteral("pd_") + m_project; }
-    QString Temp() const { return m_box.Temp(); }
+    /// The TEMP of a reviewer's runs, with a trailing separator.
+    QString Temp(const QString &reviewer = QStringLiteral("a"));
     QString Root() const { return m_box.Root(); }
     /// The options that open the project from its control file as `reviewer`.
     QStringList OpenProject(const QString &reviewer = QStringLiteral("a"));

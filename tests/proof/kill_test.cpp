@@ -156,6 +156,7 @@ TEST_P(ProofKill, a_write_back_killed_anywhere_leaves_the_project_as_before_or_a
             EXPECT_EQ(reopened.exitCode, 1) << reopened.Told();
             EXPECT_TRUE(reopened.err.contains(marker)) << marker.toStdString() << "\n" << reopened.Told();
             const CliResult rewritten = rig.Run(WriteBack());
+            EXPECT_EQ(rewritten.exitCode, 1) << rewritten.Told();
             EXPECT_TRUE(rewritten.err.contains(marker)) << marker.toStdString() << "\n" << rewritten.Told();
             rig.ClearMarkers();
         }

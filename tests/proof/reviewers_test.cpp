@@ -10,7 +10,9 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <map>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using fxproof::CliResult;
@@ -39,6 +41,16 @@ struct Outcome
 constexpr Outcome kApprovedReal{2, 2};
 constexpr Outcome kApprovedFalse{2, 3};
 constexpr Outcome kUnapproved{1, 1};
+
+// Each clash of each group with the outcome of its group.
+QMap<QString, Outcome> Outcomes(std::initializer_list<std::pair<QStringList, Outcome>> groups)
+{
+    QMap<QString, Outcome> outcomes;
+    for (const auto &[ids, outcome] : groups)
+        for (const QString &id : ids)
+            outcomes[id] = outcome;
+    return outcomes;
+}
 
 struct ReviewRow
 {
@@ -188,14 +200,10 @@ TEST_P(ProofReviewers, the_later_review_of_each_clash_wins_whoever_writes_back_l
     run = rig.Run(rig.OpenFile(b, u"b"_s) + QStringList{u"save-project"_s}, u"b"_s);
     ASSERT_EQ(run.exitCode, 0) << run.Told();
 
-    QMap<QString, Outcome> expected;
-    for (const QString &id : open.mid(0, 3) + open.mid(8, 2))
-        expected[id] = kApprovedReal;
-    for (const QString &id : open.mid(3, 5))
-        expected[id] = kApprovedFalse;
-    for (const QString &id : approved.mid(0, 3))
-        expected[id] = kUnapproved;
-    ExpectOutcomes(before, ProjectState::Read(rig), expected);
+    ExpectOutcomes(before, ProjectState::Read(rig),
+                   Outcomes({{open.mid(0, 3) + open.mid(8, 2), kApprovedReal},
+                             {open.mid(3, 5), kApprovedFalse},
+                             {approved.mid(0, 3), kUnapproved}}));
     EXPECT_EQ(rig.MarkerPromptStart(), QString()) << "both write-backs released the markers";
 
     // Written back again, neither store has anything left to write.
@@ -204,6 +212,8 @@ TEST_P(ProofReviewers, the_later_review_of_each_clash_wins_whoever_writes_back_l
 
 TEST_P(ProofReviewers, two_write_backs_at_one_moment_are_kept_apart_by_the_markers)
 {
+    // Both reviewers started from the project as loaded and write back at once: the markers
+    // must let one through and turn the other away, which a retry then gets past.
     const QString a = Review(u"a"_s, {u"approve-real"_s, In(open.mid(0, 6))});
     SleepPastSecond();
     const QString b = Review(u"b"_s, {u"approve-false"_s, In(open.mid(3, 7)), u"unapprove"_s, In(approved.mid(0, 3))});
@@ -237,14 +247,8 @@ TEST_P(ProofReviewers, two_write_backs_at_one_moment_are_kept_apart_by_the_marke
         const CliResult retry = rig.Run(rig.OpenFile(files[reviewer], reviewer) + QStringList{u"save-project"_s}, reviewer);
         EXPECT_EQ(retry.exitCode, 0) << retry.Told();
     }
-    QMap<QString, Outcome> expected;
-    for (const QString &id : open.mid(0, 3))
-        expected[id] = kApprovedReal;
-    for (const QString &id : open.mid(3, 7))
-        expected[id] = kApprovedFalse;
-    for (const QString &id : approved.mid(0, 3))
-        expected[id] = kUnapproved;
-    ExpectOutcomes(before, ProjectState::Read(rig), expected);
+    ExpectOutcomes(before, ProjectState::Read(rig),
+                   Outcomes({{open.mid(0, 3), kApprovedReal}, {open.mid(3, 7), kApprovedFalse}, {approved.mid(0, 3), kUnapproved}}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ProofReviewers, testing::Values("sqlite", "ris", "postgres"));

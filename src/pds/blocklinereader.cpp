@@ -66,4 +66,9 @@ bool BlockLineReader::ReadBlock(QByteArrayView &lines)
     return true;
 }
 
+void BlockLineReader::Unread(qsizetype bytes)
+{
+    m_pos = qMax<qsizetype>(0, m_end - bytes);
+}
+
 } // namespace fx

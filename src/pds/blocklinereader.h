@@ -25,6 +25,9 @@ public:
     bool ReadLine(QByteArrayView &line);
     /// All whole lines left in the current block, with their line ends; false at the end.
     bool ReadBlock(QByteArrayView &lines);
+    /// Gives back the last `bytes` of what the last ReadBlock handed out (whole lines), to be
+    /// read again; only right after that ReadBlock.
+    void Unread(qsizetype bytes);
 
 private:
     bool Fill();

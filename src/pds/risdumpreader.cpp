@@ -269,26 +269,18 @@ bool RISDumpReader::EndsRows(QByteArrayView line)
     return !TableOfLine(line).isEmpty();
 }
 
-void RISDumpReader::FindEndMarkerAfterTrailer(QByteArrayView rest)
+void RISDumpReader::FindEndMarkerAfterTrailer()
 {
-    // Index and grant lines may precede the marker; anything else means it is missing.
-    const auto decides = [this](QByteArrayView line) {
-        if (line.trimmed().isEmpty() || IsTrailerLine(line))
-            return false;
-        m_endOfTableFound = line.startsWith(kRISEndOfTable);
-        return true;
-    };
-    while (!rest.isEmpty()) {
-        const qsizetype lf = rest.indexOf('\n');
-        const QByteArrayView line = ChopCR(lf < 0 ? rest : rest.first(lf));
-        rest = lf < 0 ? QByteArrayView() : rest.sliced(lf + 1);
-        if (decides(line))
-            return;
-    }
+    // Index and grant lines may precede the marker; anything else means it is missing, and is
+    // left for whoever reads on (the next table, say).
     QByteArrayView line;
     while (NextLine(line)) {
-        if (decides(line))
-            return;
+        if (line.trimmed().isEmpty() || IsTrailerLine(line))
+            continue;
+        m_endOfTableFound = line.startsWith(kRISEndOfTable);
+        if (!m_endOfTableFound)
+            PushBack(line);
+        return;
     }
 }
 
@@ -297,10 +289,11 @@ bool RISDumpReader::ReadRows(QByteArrayView &rows)
     if (m_rowsEnded) {
         // Only now, with the caller done with the last rows, may the buffer move on.
         if (std::exchange(m_trailerPending, false))
-            FindEndMarkerAfterTrailer(m_trailerRest);
+            FindEndMarkerAfterTrailer();
         return false;
     }
     QByteArrayView block;
+    const bool fromPushedBack = m_hasPushedBack;
     if (m_hasPushedBack) {
         m_hasPushedBack = false;
         m_pushedBack += '\n';
@@ -321,10 +314,16 @@ bool RISDumpReader::ReadRows(QByteArrayView &rows)
             && EndsRows(ChopCR(QByteArrayView(data + pos, lf ? next - pos - 1 : next - pos)))) {
             m_rowsEnded = true;
             rows = block.first(pos);
-            if (m_inTrailer) {
-                m_trailerPending = true;
-                m_trailerRest = block.sliced(next);
+            // What follows the rows stays to be read: after the end marker or a trailer line,
+            // the lines behind it; a line that ends the rows otherwise, itself too.
+            const qsizetype keepFrom = m_endOfTableFound || m_inTrailer ? next : pos;
+            if (fromPushedBack) {
+                if (keepFrom < size)
+                    PushBack(ChopCR(block.sliced(keepFrom).chopped(1)));
+            } else {
+                m_lines.Unread(size - keepFrom);
             }
+            m_trailerPending = m_inTrailer;
             return !rows.isEmpty() || ReadRows(rows);
         }
         pos = next;

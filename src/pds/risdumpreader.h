@@ -68,7 +68,7 @@ private:
     /// Looks at a line where a row could stand: true if it ends the rows (and notes whether it
     /// was the end marker, or what must follow for the marker to come yet).
     bool EndsRows(QByteArrayView line);
-    void FindEndMarkerAfterTrailer(QByteArrayView rest);
+    void FindEndMarkerAfterTrailer();
 
     BlockLineReader m_lines;
     QByteArray m_pushedBack;
@@ -77,7 +77,6 @@ private:
     bool m_rowsEnded = false;
     bool m_inTrailer = false;
     bool m_trailerPending = false;  ///< lines after the rows still to be searched for the marker
-    QByteArrayView m_trailerRest;   ///< the rest of the last block, valid until the next read
     bool m_endOfTableFound = false;
 };
 

@@ -121,6 +121,7 @@ inline constexpr char ProjectSeedFileNotExists[] = "Project seed file '%0%' does
 inline constexpr char ModelSeedFileNotExists[] = "Model seed file: '%0%' doesn't exist";
 inline constexpr char ClashDisciplineNotDefined[] = "Clash discipline not defined";
 inline constexpr char UnknownLockOwner[] = "UNKNOWN";
+inline constexpr char ProjectMarkerLockedBy[] = "Project marker file is locked by '%0%' since %1%";
 inline constexpr char ReleasingProjectLockFailed[] = "Releasing project marker file failed: %0%";
 inline constexpr char ReleasingAreaLocksFailed[] = "Releasing area marker files failed: %0%";
 inline constexpr char ReadingDesignFileSettings[] = "Reading settings from design file '%0%'...";

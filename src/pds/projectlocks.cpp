@@ -10,13 +10,27 @@
 #include "pds/pdstime.h"
 #include "pds/projectschema.h"
 
+#include <QLocale>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+
 namespace fx {
 
 namespace {
+// A claim first writes the owner with a mark of this claim alone, "#" and eight hex digits:
+// two processes of one user must not both read their own name back.
+constexpr qsizetype kClaimMarkLength = 9;
+
+QString WithoutClaimMark(const QString &owner)
+{
+    static const QRegularExpression mark(QStringLiteral("#[0-9a-f]{8}$"));
+    return QString(owner).remove(mark);
+}
+
 LockHolder HolderOf(const Recordset &rows, qsizetype row, const char *ownerField, const char *dateField)
 {
     LockHolder holder;
-    holder.owner = GetDBvalue(rows, row, QString::fromLatin1(ownerField), QString()).toString().trimmed();
+    holder.owner = WithoutClaimMark(GetDBvalue(rows, row, QString::fromLatin1(ownerField), QString()).toString().trimmed());
     if (holder.owner.isEmpty())
         holder.owner = QString::fromUtf8(msg::UnknownLockOwner);
     holder.date = GetTimeStamp2Date(GetDBvalue(rows, row, QString::fromLatin1(dateField), 0).toLongLong());
@@ -74,6 +88,31 @@ void ProjectLockA(CRIS &cris, const QString &project, const QString &owner)
 void ProjectLockA(const QString &project, const QString &owner)
 {
     ProjectLockA(TheCRIS(), project, owner);
+}
+
+bool ProjectClaimA(CRIS &cris, const QString &project, const QString &owner, const QDateTime &takeOverDate)
+{
+    return Frame("ProjectClaimA", [&] {
+        const QString name = OwnerOrLogonUser(owner);
+        // The owner column holds 40 characters: the name gives way to the mark, never the reverse.
+        const QString claim = name.left(40 - kClaimMarkLength) + QLatin1Char('#')
+                              + QString::number(QRandomGenerator::global()->generate() | 0x10000000u, 16);
+        QString free = QStringLiteral("lock_status IS NULL OR lock_status <> 1");
+        if (takeOverDate.isValid())
+            free += QStringLiteral(" OR lock_date = ") + QString::number(GetDate2TimeStamp(takeOverDate));
+        WriteLock(cris, project,
+                  QStringLiteral("UPDATE pdtable_102 SET lock_owner = ") + DBQuote(claim) + QStringLiteral(", lock_date = ")
+                      + Now() + QStringLiteral(", lock_status = 1 WHERE(type_of_rdb_data = 99 AND (") + free
+                      + QStringLiteral("));"));
+        const Recordset rows = cris.DBRead(GetProjectSchema(project),
+                                           QStringLiteral("SELECT lock_owner FROM pdtable_102 WHERE(type_of_rdb_data = 99);"));
+        if (rows.IsEmpty() || rows.Value(0, 0).toString().trimmed() != claim)
+            return false;
+        WriteLock(cris, project,
+                  QStringLiteral("UPDATE pdtable_102 SET lock_owner = ") + DBQuote(name)
+                      + QStringLiteral(" WHERE(type_of_rdb_data = 99 AND lock_owner = ") + DBQuote(claim) + QStringLiteral(");"));
+        return true;
+    });
 }
 
 void ProjectUnlockA(CRIS &cris, const QString &project)
@@ -190,6 +229,18 @@ ProjectLockGuard::ProjectLockGuard(CRIS &cris, const QString &project, const QSt
     : SchemaLockGuard(cris, project, &ProjectUnlockA, msg::ReleasingProjectLockFailed)
 {
     ProjectLockA(cris, project, owner);
+    Held();
+}
+
+ProjectLockGuard::ProjectLockGuard(CRIS &cris, const QString &project, const QString &owner, const Claim &claim)
+    : SchemaLockGuard(cris, project, &ProjectUnlockA, msg::ReleasingProjectLockFailed)
+{
+    if (!ProjectClaimA(cris, project, owner, claim.takeOverDate)) {
+        LockHolder holder;
+        IsProjectLocked(cris, project, &holder);
+        Raise(msg::ProjectMarkerLockedBy, {holder.owner, holder.date.isValid() ? QLocale().toString(holder.date, QLocale::ShortFormat)
+                                                                         : QString()});
+    }
     Held();
 }
 

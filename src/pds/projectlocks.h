@@ -1,6 +1,7 @@
 #pragma once
 // The project and interference area locks ("marker files") kept in the project schema. They
-// are advisory: a check and the lock that follows are separate statements.
+// are advisory: a check and the lock that follows are separate statements, except for the
+// claim of the project lock, which no two processes can win at once.
 
 #include <QDateTime>
 #include <QList>
@@ -31,6 +32,12 @@ bool IsProjectLocked(const QString &project, LockHolder *holder = nullptr);
 /// Locks the project row for `owner`, now; a blank owner is the logged-on user.
 void ProjectLockA(CRIS &cris, const QString &project, const QString &owner = QString());
 void ProjectLockA(const QString &project, const QString &owner = QString());
+
+/// Takes the project row's lock for `owner` only if it is free, or still the lock of
+/// `takeOverDate` (one the user agreed to take over): one conditional statement, read back, so
+/// that of two processes claiming at once only one wins. False when another holds it now.
+bool ProjectClaimA(CRIS &cris, const QString &project, const QString &owner,
+                   const QDateTime &takeOverDate = QDateTime());
 
 /// Clears the project row's lock, whoever holds it.
 void ProjectUnlockA(CRIS &cris, const QString &project);
@@ -84,6 +91,14 @@ class ProjectLockGuard : public SchemaLockGuard
 {
 public:
     ProjectLockGuard(CRIS &cris, const QString &project, const QString &owner);
+
+    /// The lock claimed by ProjectClaimA instead; raises "Project marker file is locked by
+    /// ..." with the winner when another process holds it.
+    struct Claim
+    {
+        QDateTime takeOverDate;
+    };
+    ProjectLockGuard(CRIS &cris, const QString &project, const QString &owner, const Claim &claim);
 };
 
 /// The interference areas' locks: IntAreaLock when made, IntAreaUnlock when it goes.

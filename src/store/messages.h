@@ -95,7 +95,6 @@ inline constexpr char AreYouSure[] = "Are you sure?";
 inline constexpr char WritingChangesToSchema[] = "Writing changes to project schema by user '%0%' ...";
 inline constexpr char WriteBackSchemaNotExists[] = "Project schema not exists";
 inline constexpr char ProjectMarkerOverwrite[] = "Project marker file is locked by '%0%' since %1%.%2%Overwriting lock may cause data loss. Do you wish to continue?";
-inline constexpr char ProjectMarkerLockedBy[] = "Project marker file is locked by '%0%' since %1%";
 inline constexpr char AreaMarkersOverwrite[] = "Some of area marker files are locked by '%0%' since %1%.%2%Overwriting lock may cause data loss. Do you wish to continue?";
 inline constexpr char AreaMarkersLockedBy[] = "Some of area marker files are locked by '%0%' since %1%";
 inline constexpr char ClashesInStoreFound[] = "%0% clashes in Fendrix database found";

@@ -11,6 +11,7 @@
 #include "frame/settings.h"
 #include "pds/cris.h"
 #include "pds/localdb.h"
+#include "pds/messages.h"
 #include "pds/projectlocks.h"
 #include "pds/projectschema.h"
 #include "pds/scratchfiles.h"
@@ -61,17 +62,22 @@ void AskAboutMarker(const LockHolder &holder, const MarkerTexts &texts)
         Raise(texts.refused);
 }
 
-void CheckMarkers(CRIS &cris, const QString &project)
+// Gives the date of the project lock the user agreed to take over; null when it was free.
+QDateTime CheckMarkers(CRIS &cris, const QString &project)
 {
     LogMessage(msg::CheckingProjectMarker, {});
     LockHolder holder;
-    if (IsProjectLocked(cris, project, &holder))
+    QDateTime takeOver;
+    if (IsProjectLocked(cris, project, &holder)) {
         AskAboutMarker(holder, {msg::ProjectMarkerOverwrite, msg::ProjectMarkerLocked, msg::ProjectMarkerLockedBy});
+        takeOver = holder.date;
+    }
     LogMessage(msg::CheckingAreaMarkers, {});
     QList<AreaLockHolder> areas;
     if (IsIntAreaLocked(cris, project, &areas))
         AskAboutMarker(areas.isEmpty() ? LockHolder{} : areas.first().holder,
                        {msg::AreaMarkersOverwrite, msg::AreaMarkersLocked, msg::AreaMarkersLockedBy});
+    return takeOver;
 }
 
 // A name in the work folder that neither the store nor a second process can have.
@@ -180,11 +186,12 @@ void WriteBack()
     LogMessage(msg::WritingChangesToSchema, {GetLogonUserName()});
     if (!IsSchemaAvailable())
         Raise(msg::WriteBackSchemaNotExists);
-    CheckMarkers(cris, project);
+    const QDateTime takeOver = CheckMarkers(cris, project);
 
-    // From here to the end the project and all its areas stay marked.
+    // From here to the end the project and all its areas stay marked. The project's marker is
+    // claimed, not just set: a second write-back that checked at the same moment loses here.
     const QString owner = QStringLiteral("FX_") + GetLogonUserName();
-    std::optional<ProjectLockGuard> projectLock(std::in_place, cris, project, owner);
+    std::optional<ProjectLockGuard> projectLock(std::in_place, cris, project, owner, ProjectLockGuard::Claim{takeOver});
     std::optional<AreaLockGuard> areaLock(std::in_place, cris, project, owner);
 
     WriteBackRun run;

@@ -256,10 +256,22 @@ TEST_P(ProjectSites, a_lock_held_by_another_user_is_reported_with_its_owner_and_
     EXPECT_EQ(locks.front().holder.owner, u"UNKNOWN"_s);
     EXPECT_TRUE(locks.front().holder.date.isNull());
 
-    // Taking the project over replaces the other user's marker.
-    ProjectLockA(cris, project, u"FX_me"_s);
+    // A claim takes no marker that someone holds, unless it is the one the user agreed to take over.
+    EXPECT_FALSE(ProjectClaimA(cris, project, u"FX_me"_s));
+    EXPECT_FALSE(ProjectClaimA(cris, project, u"FX_me"_s, GetTimeStamp2Date(since + 1)));
     ASSERT_TRUE(IsProjectLocked(other, project, &holder));
-    EXPECT_EQ(holder.owner, u"FX_me"_s);
+    EXPECT_EQ(holder.owner, projectLocked->Key(u"lock_owner"_s));
+    EXPECT_TRUE(ProjectClaimA(cris, project, u"FX_me"_s, GetTimeStamp2Date(since)));
+    ASSERT_TRUE(IsProjectLocked(other, project, &holder));
+    EXPECT_EQ(holder.owner, u"FX_me"_s) << "the claim's own mark is gone once it won";
+    EXPECT_FALSE(ProjectClaimA(other, project, u"FX_me"_s)) << "a second claim of the same user loses too";
+    ProjectUnlockA(cris, project);
+    EXPECT_TRUE(ProjectClaimA(other, project, u"FX_me"_s));
+
+    // Taking the project over replaces the other user's marker.
+    ProjectLockA(cris, project, u"FX_you"_s);
+    ASSERT_TRUE(IsProjectLocked(other, project, &holder));
+    EXPECT_EQ(holder.owner, u"FX_you"_s);
 }
 
 INSTANTIATE_TEST_SUITE_P(, ProjectSites, testing::Values("sqlite", "ris", "postgres"),

@@ -1,0 +1,111 @@
+#pragma once
+// The clash grid's model over `clashes`: for the current filter and sort it holds only the
+// clash ids, from one query, and reads the cells of visible rows in blocks into a small cache,
+// so that it stays quick and small at half a million rows. Headless: the ui layer turns
+// CellStyle into colours and fonts, since the core links Qt Core only.
+
+#include "grid/gridfilter.h"
+
+#include <QAbstractTableModel>
+#include <QList>
+#include <QStringList>
+#include <QVariant>
+
+#include <list>
+#include <unordered_map>
+#include <vector>
+
+namespace fx {
+
+/// How a cell is drawn: a text colour as a Windows RGB number (red in the low byte), and bold.
+struct CellStyle
+{
+    bool coloured = false;
+    quint32 rgb = 0;
+    bool bold = false;
+};
+
+/// The model of the clash grid.
+class ClashGridModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    /// The role that gives a cell's CellStyle.
+    static constexpr int CellStyleRole = Qt::UserRole + 1;
+    /// Rows read at once.
+    static constexpr int BlockSize = 256;
+    /// Blocks kept in the cache.
+    static constexpr int CachedBlocks = 16;
+
+    /// A model over the open store's `clashes`, read at once.
+    explicit ClashGridModel(QObject *parent = nullptr);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+
+    /// Reads the columns and the ids again; gives the row of `keepClashId` afterwards, or -1.
+    int Refresh(qint64 keepClashId = -1);
+    /// The row showing `clashId`, or -1.
+    int RowOfClash(qint64 clashId) const;
+    /// The clash id of `row`.
+    qint64 ClashIdOfRow(int row) const { return m_ids.at(size_t(row)); }
+    /// The column's index by name, or -1.
+    int ColumnOf(const QString &name) const { return int(m_columnNames.indexOf(name)); }
+    /// The column names in table order.
+    const QStringList &ColumnNames() const { return m_columnNames; }
+
+    /// Puts `text` in the filter cell of `column` and filters the grid anew.
+    void SetColumnFilter(int column, const QString &text);
+    /// The text of a filter cell.
+    QString ColumnFilter(int column) const { return m_filterTexts.value(column); }
+
+    /// Sorts by `column`: ascending the first time, descending ever after.
+    void SortByColumn(int column);
+    /// Sorts by the group columns in their order; an empty list leaves the clash id order.
+    void SetGroupColumns(const QStringList &columns);
+    /// The sort as written for the store, "[name] ASC" or "[a], [b]"; empty when unsorted.
+    const QString &Sort() const { return m_sort; }
+
+    /// Bytes held by the id list and the cache, roughly.
+    qint64 MemoryBytes() const;
+    /// Blocks read from the store since the model was made.
+    qint64 BlocksFetched() const { return m_blocksFetched; }
+
+private:
+    struct SortKey
+    {
+        QString column;
+        bool descending = false;
+    };
+    using Block = std::vector<QVariantList>;
+
+    void ReadColumns();
+    void ReadIds();
+    void ApplyFilter(int column);
+    void ApplySort(const QString &sort, QList<SortKey> keys);
+    const QVariantList *CachedRow(int row) const;
+    void InvalidateCache();
+
+    QStringList m_columnNames;
+    QList<GridFilterColumn> m_columns;
+    QStringList m_filterTexts;
+    QString m_sort;
+    QList<SortKey> m_sortKeys;
+    std::vector<qint64> m_ids;
+    int m_actionDisciplineColumn = -1;
+    int m_reviewDateColumn = -1;
+
+    // Most recently used block first; the map points into the list.
+    mutable std::list<std::pair<int, Block>> m_cache;
+    mutable std::unordered_map<int, std::list<std::pair<int, Block>>::iterator> m_cacheIndex;
+    mutable qint64 m_blocksFetched = 0;
+};
+
+} // namespace fx
+
+Q_DECLARE_METATYPE(fx::CellStyle)

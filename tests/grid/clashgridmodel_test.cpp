@@ -16,11 +16,6 @@
 using namespace fx;
 using namespace Qt::StringLiterals;
 
-static void PrintTo(const QString &text, std::ostream *os)
-{
-    *os << '"' << text.toStdString() << '"';
-}
-
 namespace {
 
 class GridModel : public fxtest::GridStore
@@ -46,13 +41,6 @@ protected:
         transaction.Commit();
     }
 
-    static QList<qint64> Ids(const ClashGridModel &model)
-    {
-        QList<qint64> ids;
-        for (int row = 0; row < model.rowCount(); ++row)
-            ids << model.ClashIdOfRow(row);
-        return ids;
-    }
     static QString Cell(const ClashGridModel &model, int row, const QString &column)
     {
         return model.data(model.index(row, model.ColumnOf(column))).toString();

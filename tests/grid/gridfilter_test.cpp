@@ -12,11 +12,6 @@
 using namespace fx;
 using namespace Qt::StringLiterals;
 
-static void PrintTo(const QString &text, std::ostream *os)
-{
-    *os << '"' << text.toStdString() << '"';
-}
-
 namespace {
 
 class GridFilter : public fxtest::GridStore
@@ -34,13 +29,6 @@ protected:
         Row(7, {{"discipline_structure", u"Piping,Equipment"_s}, {"type", u"Soft"_s}});
     }
 
-    static QList<qint64> Ids(const ClashGridModel &model)
-    {
-        QList<qint64> ids;
-        for (int row = 0; row < model.rowCount(); ++row)
-            ids << model.ClashIdOfRow(row);
-        return ids;
-    }
     static QList<qint64> Filtered(ClashGridModel &model, const char *column, const QString &text)
     {
         model.SetColumnFilter(model.ColumnOf(QLatin1String(column)), text);

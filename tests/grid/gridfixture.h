@@ -1,6 +1,7 @@
 #pragma once
 // A small store with a `clashes` table of the grid's shape, made by hand.
 
+#include "grid/clashgridmodel.h"
 #include "pds/sqlitedb.h"
 #include "store/clashstore.h"
 #include "store/clashtables.h"
@@ -11,7 +12,14 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <ostream>
 #include <utility>
+
+// Readable texts when a comparison fails.
+inline void PrintTo(const QString &text, std::ostream *os)
+{
+    *os << '"' << text.toStdString() << '"';
+}
 
 namespace fxtest {
 
@@ -51,6 +59,15 @@ protected:
             update.Bind(1, value);
             update.Step();
         }
+    }
+
+    // The clash ids of the model's rows, in row order.
+    static QList<qint64> Ids(const fx::ClashGridModel &model)
+    {
+        QList<qint64> ids;
+        for (int row = 0; row < model.rowCount(); ++row)
+            ids << model.ClashIdOfRow(row);
+        return ids;
     }
 
     Sandbox box;

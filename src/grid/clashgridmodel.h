@@ -41,11 +41,17 @@ public:
     /// A model over the open store's `clashes`, read at once.
     explicit ClashGridModel(QObject *parent = nullptr);
 
+    /// Rows passing the filter.
     int rowCount(const QModelIndex &parent = {}) const override;
+    /// Columns of `clashes`.
     int columnCount(const QModelIndex &parent = {}) const override;
+    /// A cell's value (null for none), its alignment, or its CellStyle.
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    /// The column names as headers.
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    /// `action_discipline` is editable unless the project is read-only.
     Qt::ItemFlags flags(const QModelIndex &index) const override;
+    /// Writes a picked `action_discipline`, stamps the row's review date, marks the store changed.
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
 
     /// Reads the columns and the ids again; gives the row of `keepClashId` afterwards, or -1.

@@ -140,6 +140,19 @@ TEST_F(GridModel, a_refresh_keeps_the_place_by_clash_id_and_shows_new_values)
     EXPECT_EQ(model.ClashIdOfRow(after), 700);
     EXPECT_EQ(Cell(model, after, u"type"_s), u"Changed"_s);
     EXPECT_EQ(model.RowOfClash(999999), -1);
+
+    // The view rebuilt with another column in between: filter cells follow their columns by name.
+    model.SetColumnFilter(model.ColumnOf(u"type"_s), u"Soft"_s);
+    const qsizetype soft = Ids(model).size();
+    Db().Execute(u"ALTER TABLE clashes RENAME TO old; CREATE TABLE clashes (clash_id INTEGER PRIMARY KEY, extra TEXT, type TEXT, "
+                 "comp_a TEXT); INSERT INTO clashes (clash_id, type, comp_a) SELECT clash_id, type, comp_a FROM old;"_s);
+    const int kept = model.Refresh(700);
+    EXPECT_EQ(model.ColumnOf(u"type"_s), 2);
+    EXPECT_EQ(model.ColumnFilter(2), u"Soft"_s);
+    EXPECT_TRUE(model.ColumnFilter(1).isEmpty());
+    EXPECT_EQ(Ids(model).size(), soft);
+    EXPECT_EQ(kept, -1); // clash 700 became "Changed", out of the filter
+    EXPECT_EQ(Cell(model, 0, u"comp_a"_s).left(1), u"c"_s);
 }
 
 TEST_F(GridModel, blocks_give_the_right_cells_at_both_ends_and_the_cache_stays_small)

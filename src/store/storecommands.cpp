@@ -35,38 +35,53 @@ struct Refusal
     QStringList args;
 };
 
-Refusal RefusalOf(StoreCommand command)
+Refusal RefusalOf(StoreCommand command, const StoreCommandContext &context)
 {
-    if (GetProjectName() == QLatin1String(msg::NoProject))
+    if (context.projectName == QLatin1String(msg::NoProject))
         return {msg::NoProjectOpen, {}};
     // A project opened although locked takes nothing back, not even into a clash file.
-    if (IsReadOnly())
-        return {msg::ProjectIsReadOnly, {GetProjectName()}};
+    if (context.readOnly)
+        return {msg::ProjectIsReadOnly, {context.projectName}};
     const int permission = NeededPermission(command);
-    if (permission >= 0 && !IsPermissionGranted(permission))
+    if (permission >= 0 && !(context.granted ? context.granted(permission) : IsPermissionGranted(permission)))
         return {msg::PermissionNotGranted, {GetPermissionName(permission, true)}};
-    if (command == StoreCommand::SaveToProject && !IsSchemaAvailable())
-        return {msg::ProjectIsOffline, {GetProjectName()}};
+    if (command == StoreCommand::SaveToProject && !context.schemaAvailable)
+        return {msg::ProjectIsOffline, {context.projectName}};
     return {};
 }
 
 } // namespace
 
+StoreCommandContext CurrentStoreCommandContext()
+{
+    return {GetProjectName(), IsReadOnly(), IsSchemaAvailable(), IsPermissionGranted};
+}
+
+QString StoreCommandRefusal(StoreCommand command, const StoreCommandContext &context)
+{
+    const Refusal refusal = RefusalOf(command, context);
+    return refusal.message ? ArgForm(refusal.message, refusal.args) : QString();
+}
+
+bool IsStoreCommandAllowed(StoreCommand command, const StoreCommandContext &context)
+{
+    return RefusalOf(command, context).message == nullptr;
+}
+
 QString StoreCommandRefusal(StoreCommand command)
 {
-    const Refusal refusal = RefusalOf(command);
-    return refusal.message ? ArgForm(refusal.message, refusal.args) : QString();
+    return StoreCommandRefusal(command, CurrentStoreCommandContext());
 }
 
 bool IsStoreCommandAllowed(StoreCommand command)
 {
-    return RefusalOf(command).message == nullptr;
+    return IsStoreCommandAllowed(command, CurrentStoreCommandContext());
 }
 
 void RequireStoreCommand(StoreCommand command)
 {
     Frame("RequireStoreCommand", [&] {
-        const Refusal refusal = RefusalOf(command);
+        const Refusal refusal = RefusalOf(command, CurrentStoreCommandContext());
         if (refusal.message)
             Raise(refusal.message, refusal.args);
     });

@@ -42,6 +42,10 @@ protected:
     void TearDown() override
     {
         FreeClashes();
+        // The next test starts with nobody locked out: an empty privileges database.
+        PrivilegeDBClose();
+        PrivilegePermissionsSet(PermissionNames(), box.Root() + u"nobody.mdb"_s);
+        PrivilegeMyPermissionInit();
         PrivilegeDBClose();
     }
 

@@ -55,6 +55,11 @@ void WriteLock(CRIS &cris, const QString &project, const QString &sql)
 }
 } // namespace
 
+QString LockSinceText(const QDateTime &since)
+{
+    return since.isValid() ? QLocale().toString(since, QLocale::ShortFormat) : QString();
+}
+
 bool IsProjectLocked(CRIS &cris, const QString &project, LockHolder *holder)
 {
     return Frame("IsProjectLocked", [&] {
@@ -238,8 +243,7 @@ ProjectLockGuard::ProjectLockGuard(CRIS &cris, const QString &project, const QSt
     if (!ProjectClaimA(cris, project, owner, claim.takeOverDate)) {
         LockHolder holder;
         IsProjectLocked(cris, project, &holder);
-        Raise(msg::ProjectMarkerLockedBy, {holder.owner, holder.date.isValid() ? QLocale().toString(holder.date, QLocale::ShortFormat)
-                                                                         : QString()});
+        Raise(msg::ProjectMarkerLockedBy, {holder.owner, LockSinceText(holder.date)});
     }
     Held();
 }

@@ -25,6 +25,9 @@ struct AreaLockHolder
     LockHolder holder;
 };
 
+/// The time a lock was taken as the lock prompts show it; empty when the schema holds none.
+QString LockSinceText(const QDateTime &since);
+
 /// True when the project row is locked; gives who holds it and since when.
 bool IsProjectLocked(CRIS &cris, const QString &project, LockHolder *holder = nullptr);
 bool IsProjectLocked(const QString &project, LockHolder *holder = nullptr);

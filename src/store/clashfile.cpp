@@ -19,9 +19,7 @@
 #include "store/clashview.h"
 #include "store/messages.h"
 
-#include <QCoreApplication>
 #include <QHash>
-#include <QUuid>
 
 namespace fx {
 
@@ -135,15 +133,6 @@ void CopyTables(SqliteDb &store, const QStringList &tables, const QString &targe
     copy.Close();
 }
 
-// A name in the work folder that no second process can hit.
-QString NewSaveCopyName()
-{
-    return AddBackslash(Process().WorkDir)
-           + QStringLiteral("fxsave%1_%2.fxdb")
-                 .arg(QCoreApplication::applicationPid())
-                 .arg(QUuid::createUuid().toString(QUuid::Id128));
-}
-
 } // namespace
 
 void SaveClashes2File(const QString &file)
@@ -152,7 +141,7 @@ void SaveClashes2File(const QString &file)
         LogMessage(msg::WritingChangesToFile, {file, GetLogonUserName()});
         SaveClashTable();
         SqliteDb &store = ClashConnection();
-        const QString copy = NewSaveCopyName();
+        const QString copy = NewWorkFileName("fxsave", ".fxdb");
         // Declared before anything opens the copy, so they go after every connection to it.
         const ScratchFile copyFile(copy), copyJournal(copy + QStringLiteral("-journal"));
         CopyTables(store, GetDBTables(store), copy);

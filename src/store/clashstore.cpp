@@ -32,14 +32,6 @@ QString KiloBytes(double bytes)
     return QString::number(std::round(bytes / 1000.0), 'f', 0);
 }
 
-// A name no second process can hit: the process id and a random part.
-QString NewWorkDBName()
-{
-    return AddBackslash(Process().WorkDir) + QStringLiteral("fx%1_%2.fxdb")
-                                                 .arg(QCoreApplication::applicationPid())
-                                                 .arg(QUuid::createUuid().toString(QUuid::Id128));
-}
-
 bool IsSchemaReachable(CRIS &cris, const QString &schema)
 {
     try {
@@ -53,6 +45,15 @@ bool IsSchemaReachable(CRIS &cris, const QString &schema)
 }
 
 } // namespace
+
+QString NewWorkFileName(const char *prefix, const char *extension)
+{
+    return AddBackslash(Process().WorkDir)
+           + QStringLiteral("%1%2_%3%4")
+                 .arg(QLatin1String(prefix))
+                 .arg(QCoreApplication::applicationPid())
+                 .arg(QUuid::createUuid().toString(QUuid::Id128), QLatin1String(extension));
+}
 
 ClashStoreState &ClashStore()
 {
@@ -143,7 +144,7 @@ void SetProjectDefinition(const QString &file, const QString &project)
 
         state.ProjectDefinition = definition;
         state.ClashFile = clashFile;
-        state.WorkDB = NewWorkDBName();
+        state.WorkDB = NewWorkFileName("fx", ".fxdb");
         DeleteFileA(state.WorkDB, false);
 
         bool available = false;

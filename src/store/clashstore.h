@@ -50,6 +50,10 @@ bool GetClashesChanged();
 /// Notes that the store holds unsaved changes, or that it holds none.
 void SetClashesChanged(bool changed);
 
+/// A file name in the work folder that no second process can hit: `prefix`, the process id, a
+/// random part and `extension` (with its dot).
+QString NewWorkFileName(const char *prefix, const char *extension);
+
 /// The shared connection to the open store; raises when no project is open.
 SqliteDb &ClashConnection();
 

@@ -19,7 +19,6 @@
 #include "store/messages.h"
 #include "store/workingdatabase.h"
 
-#include <QLocale>
 
 #include <optional>
 
@@ -43,18 +42,13 @@ bool AllowOpenLockedProject()
                .trimmed() == QLatin1String("1");
 }
 
-QString SinceText(const QDateTime &since)
-{
-    return since.isValid() ? QLocale().toString(since, QLocale::ShortFormat) : QString();
-}
-
 // Asks the user about a marker held by someone else. Gives false when the load goes on
 // without taking markers, true when it may take them; raises when the user refuses.
 bool AskAboutLockedMarker(CRIS &cris, const QString &project, const LockHolder &holder, const MarkerPrompt &prompt,
                           bool &readOnly)
 {
     const bool allowLocked = AllowOpenLockedProject();
-    const QStringList args = {holder.owner, SinceText(holder.date), QStringLiteral("\n"),
+    const QStringList args = {holder.owner, LockSinceText(holder.date), QStringLiteral("\n"),
                               allowLocked ? QStringLiteral(" ") : QString::fromLatin1(msg::ReadOnlyModeText)};
     if (IsPermissionGranted(PermissionUnlockMarkersNo)) {
         const int answer =

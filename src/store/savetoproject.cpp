@@ -25,9 +25,6 @@
 #include "store/messages.h"
 #include "store/projectload.h"
 
-#include <QCoreApplication>
-#include <QLocale>
-#include <QUuid>
 
 #include <exception>
 #include <optional>
@@ -44,16 +41,11 @@ struct MarkerTexts
     const char *lockedBy;
 };
 
-QString SinceText(const QDateTime &since)
-{
-    return since.isValid() ? QLocale().toString(since, QLocale::ShortFormat) : QString();
-}
-
 // A marker held by someone else is taken over only by a user who may unlock markers and says
 // so; No is the default, so that a run nobody watches never takes over another's marker.
 void AskAboutMarker(const LockHolder &holder, const MarkerTexts &texts)
 {
-    const QString since = SinceText(holder.date);
+    const QString since = LockSinceText(holder.date);
     if (!IsPermissionGranted(PermissionUnlockMarkersNo))
         Raise(texts.lockedBy, {holder.owner, since});
     const int answer =
@@ -78,16 +70,6 @@ QDateTime CheckMarkers(CRIS &cris, const QString &project)
         AskAboutMarker(areas.isEmpty() ? LockHolder{} : areas.first().holder,
                        {msg::AreaMarkersOverwrite, msg::AreaMarkersLocked, msg::AreaMarkersLockedBy});
     return takeOver;
-}
-
-// A name in the work folder that neither the store nor a second process can have.
-QString NewWorkFileName(const char *prefix, const char *extension)
-{
-    return AddBackslash(Process().WorkDir)
-           + QStringLiteral("%1%2_%3%4")
-                 .arg(QLatin1String(prefix))
-                 .arg(QCoreApplication::applicationPid())
-                 .arg(QUuid::createUuid().toString(QUuid::Id128), QLatin1String(extension));
 }
 
 // Before anything reaches the project: the merge may add review rows, never lose any.

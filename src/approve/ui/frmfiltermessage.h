@@ -1,0 +1,20 @@
+#pragma once
+// The prompt after a load that leads the user to the automatic filter on unapproved clashes.
+
+#include <QDialog>
+
+namespace fx {
+
+class FrmFilterMessage : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit FrmFilterMessage(QWidget *parent = nullptr);
+
+    /// Shows the prompt modally; stores SetAutoFilter and ShowFilterDialog (section AutoFilter)
+    /// as the boxes say. True when the automatic filter is to be skipped (Cancel).
+    static bool ShowForm(QWidget *parent);
+};
+
+} // namespace fx

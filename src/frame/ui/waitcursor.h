@@ -1,0 +1,18 @@
+#pragma once
+// The wait cursor for the length of a piece of long work.
+
+#include <QApplication>
+
+namespace fx {
+
+/// Shows the wait cursor while it lives; nested ones stack.
+class WaitCursor
+{
+public:
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor &) = delete;
+    WaitCursor &operator=(const WaitCursor &) = delete;
+};
+
+} // namespace fx

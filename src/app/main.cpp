@@ -1,6 +1,9 @@
-// The executable: picks the application object, runs the start-up and hands over to the
-// main window of the execution mode.
+// The executable: picks the application object, runs the start-up under the splash window and
+// hands over to the main window of the execution mode.
 
+#include "approve/messages.h"
+#include "approve/ui/frmfendrix.h"
+#include "approve/ui/frmsplash.h"
 #include "frame/commandline.h"
 #include "frame/consolemessagebox.h"
 #include "frame/failure.h"
@@ -30,6 +33,35 @@ QStringList ArgumentsOf(int argc, char **argv)
         args << QString::fromLocal8Bit(argv[i]);
     return args;
 }
+
+// The module's window has no place in this program yet: said, and the process ends.
+int ModuleWindowMissing(const QString &mode)
+{
+    fx::ShowMessage(fx::ArgForm(fx::msg::ModuleWindowMissing, {mode}), fx::MbIconExclamation);
+    fx::EndProcess();
+    return 1;
+}
+
+// The approval window until it unloads; the process ends with it.
+int RunApprovalModule(QApplication &app, fx::FrmSplash &splash)
+{
+    std::unique_ptr<fx::FrmFendrix> window;
+    bool switchToCheck = false;
+    splash.Start([&] {
+        window = std::make_unique<fx::FrmFendrix>();
+        QObject::connect(window.get(), &fx::FrmFendrix::Unloaded, &app, [&](bool toCheck) {
+            switchToCheck = toCheck;
+            app.quit();
+        });
+        window->show();
+    });
+    const int code = app.exec();
+    window.reset();
+    if (switchToCheck)
+        return ModuleWindowMissing(QStringLiteral("CHECK"));
+    fx::EndProcess();
+    return code;
+}
 } // namespace
 
 int main(int argc, char **argv)
@@ -37,18 +69,31 @@ int main(int argc, char **argv)
     const fx::CommandLineArgs args = fx::ParseArguments(ArgumentsOf(argc, argv));
     const bool windows = !args.batch && HasWindowSystem();
 
-    std::unique_ptr<QCoreApplication> app;
-    fx::QtMessageBoxUi qtBoxes;
-    fx::ConsoleMessageBoxUi consoleBoxes;
-    if (windows) {
-        app = std::make_unique<QApplication>(argc, argv);
-        fx::SetMessageBoxUi(&qtBoxes);
-    } else {
-        app = std::make_unique<QCoreApplication>(argc, argv);
+    if (!windows) {
+        // Without windows only the start-up checks and the batch run of the check module can run.
+        QCoreApplication app(argc, argv);
+        fx::ConsoleMessageBoxUi consoleBoxes;
         fx::SetMessageBoxUi(&consoleBoxes);
+        switch (fx::Main(args)) {
+        case fx::StartOutcome::Usage:
+            return 0;
+        case fx::StartOutcome::Failed:
+            return 1;
+        case fx::StartOutcome::Proceed:
+            break;
+        }
+        if (fx::Process().ExecutionMode == fx::ExecutionModeKind::Check)
+            return ModuleWindowMissing(QStringLiteral("CHECK"));
+        fx::ShowMessage(QString::fromUtf8(fx::msg::ApprovalWindowNeedsDisplay), fx::MbIconExclamation);
+        fx::EndProcess();
+        return 1;
     }
 
-    switch (fx::Main(args)) {
+    QApplication app(argc, argv);
+    fx::QtMessageBoxUi qtBoxes;
+    fx::SetMessageBoxUi(&qtBoxes);
+    fx::FrmSplash splash(args.batch);
+    switch (fx::Main(args, &splash)) {
     case fx::StartOutcome::Usage:
         return 0;
     case fx::StartOutcome::Failed:
@@ -56,11 +101,9 @@ int main(int argc, char **argv)
     case fx::StartOutcome::Proceed:
         break;
     }
-
-    // The main windows of the two modules are not part of this build yet.
-    const QString mode = fx::Process().ExecutionMode == fx::ExecutionModeKind::Check ? QStringLiteral("CHECK")
-                                                                                     : QStringLiteral("APPROVE");
-    fx::ShowMessage(fx::ArgForm(fx::msg::ModuleWindowMissing, {mode}), fx::MbIconExclamation);
-    fx::EndProcess();
-    return 1;
+    if (fx::Process().ExecutionMode == fx::ExecutionModeKind::Check) {
+        splash.ForceUnload();
+        return ModuleWindowMissing(QStringLiteral("CHECK"));
+    }
+    return RunApprovalModule(app, splash);
 }

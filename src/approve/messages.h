@@ -45,4 +45,25 @@ inline constexpr char TipSaveChanges[] = "Save changes...";
 // Recent projects
 inline constexpr char FalseConfigInIniFile[] = "False config in ini file.";
 
+// ---- The approval window ----
+inline constexpr char MenuItemNotFound[] = "Menu item '%0%' not found";
+inline constexpr char MenuItemWithoutParent[] = "Menu item '%0%' has no parent '%1%'";
+inline constexpr char MenuPropertyUnknown[] = "Menu property '%0%' not known";
+inline constexpr char StartingProgram[] = "Starting %0% ...";
+inline constexpr char PleaseSelectProject[] = "Please select project";
+inline constexpr char LoadingProjectText[] = "Loading project '%0%'...";
+inline constexpr char LoadingProjectFromFile[] = "Loading project from file '%0%'...";
+inline constexpr char ProjectLoadedSuccessfully[] = "Project loaded successfully (elapsed time %0%)";
+inline constexpr char LoadingSettingsFrom[] = "Loading settings from '%0%' ...";
+inline constexpr char NoClashesSelected[] = "No clashes selected";
+inline constexpr char ReallyCloseWindow[] = "Do you really want to close this window?";
+inline constexpr char DirectoryWriteDeniedWarning[] = "Directory '%0%': write permission denied.%1%";
+inline constexpr char FileWriteDeniedWarning[] = "File '%0%': write permission denied.%1%";
+inline constexpr char ProgramSettingsCannotBeSaved[] = "Program settings cannot be saved!";
+inline constexpr char ClashFileDialogFilter[] = "Fendrix access database (*.fxdb)";
+inline constexpr char SettingsFileDialogFilter[] = "Fendrix config file (*.ini)";
+inline constexpr char ApprovalWindowNeedsDisplay[] =
+    "The Approval Module needs a window system: DISPLAY or WAYLAND_DISPLAY is not set";
+inline constexpr char ManualFile[] = "Help/Fendrix [en].pdf";
+
 } // namespace fx::msg

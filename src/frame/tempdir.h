@@ -12,4 +12,12 @@ QString GetTempEnvDir();
 /// with a trailing separator.
 QString GetTempFolder();
 
+/// Makes the main window's private folder inside the process's temporary folder, where the
+/// working copies of its projects lie, and gives it with a trailing separator.
+QString CreateTempDir();
+
+/// Removes a folder that CreateTempDir made, with all in it; the temporary folder itself is
+/// never removed. Never fails.
+void RemoveTempDir(const QString &folder);
+
 } // namespace fx

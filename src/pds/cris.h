@@ -46,6 +46,8 @@ public:
     void SetUseSQLite(const QString &folder);
     void SetUseRIS(const QString &risPath = QString());
     DBConType GetDBConType();
+    /// Lets go of the schema connection; the next call that needs one opens it anew.
+    void CloseConnection();
     QString GetRISPath();
     QString GetTempDir();
     void SetTempDir(const QString &folder = QString());
@@ -163,7 +165,6 @@ private:
 
     // Kinds 1 to 4 (cris_sql.cpp)
     SchemaConnection &Connection();
-    void CloseConnection();
     QString ADOUnloadAndParse(const QString &sql, const QString &schema);
 
     DBConType m_dbConType = DBConType::Unset;

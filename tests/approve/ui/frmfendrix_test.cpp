@@ -1,0 +1,273 @@
+// The approval window as a reviewer uses it, on a simulated project: load, filter, sort, group,
+// select, approve, describe, save to a clash file and to the project, reopen.
+
+#include "windowdriver.h"
+
+#include "../../pdssim/sitekind.h"
+
+#include "approve/ui/frmfendrix.h"
+#include "frame/configkeys.h"
+#include "frame/inifile.h"
+#include "frame/processstate.h"
+#include "frame/settings.h"
+#include "grid/clashgridmodel.h"
+#include "grid/ui/clashgridview.h"
+#include "pds/cris.h"
+#include "pds/projectdatabase.h"
+#include "pds/scratchfiles.h"
+#include "store/clashstore.h"
+#include "store/clashview.h"
+#include "support/recordingmessagebox.h"
+
+#include <QAction>
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QTableView>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class ApprovalWindow : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        fx::Process().BatchMode = false;
+        fx::Process().TempDir = box.Temp();
+        fx::Process().WorkDir = box.Temp();
+        fx::ClearProjectCache();
+        layout.emplace(fxtest::ProgramSite(box.Root() + u"site"_s, project, u"sqlite"_s, 120, false, box.ProgramDir()));
+        config = pdssim::SiteUserConfigFile(*layout, project);
+        // The prompts that come of themselves after a load stay away unless a test wants them.
+        fx::SetIniValue(config, u"AutoFilter"_s, u"ShowFilterDialog"_s, u"0"_s);
+        fx::SetIniValue(config, u"DescrDialog"_s, u"ShowDescrDialog"_s, u"0"_s);
+        fx::SetConfigUserConfigFile(fx::ExecutionModeKind::Approve, config);
+        fx::Process().CmdControlFile = layout->ControlFile();
+        fx::Process().CmdProject = project;
+        // No tip of the day in the way of the start-up.
+        QFile::remove(box.ProgramDir() + u"tip.txt"_s);
+    }
+
+    void TearDown() override
+    {
+        window.reset();
+        fx::FreeClashes();
+        fx::ClearProjectCache();
+        fx::Process().CmdControlFile.clear();
+        fx::Process().CmdProject.clear();
+    }
+
+    // The window after its start-up has opened the project of the command line.
+    fx::FrmFendrix &Open()
+    {
+        window = std::make_unique<fx::FrmFendrix>();
+        window->SetFileChooser([this](bool, const QString &, const QString &offered) {
+            offers << offered;
+            return nextFile;
+        });
+        window->resize(1200, 700);
+        window->show();
+        window->RunStartup();
+        return *window;
+    }
+
+    fx::ClashGridView &Grid() { return *window->Grid(); }
+
+    static qint64 Count(const QString &where)
+    {
+        return fx::ClashConnection()
+            .Query(u"SELECT COUNT(*) FROM clashes WHERE "_s + where + u";"_s)
+            .Value(0, 0)
+            .toLongLong();
+    }
+
+    // The first `n` clash ids the grid shows.
+    QList<qint64> FirstRows(int n)
+    {
+        QList<qint64> ids;
+        for (int row = 0; row < n && row < Grid().Model()->rowCount(); ++row)
+            ids << Grid().Model()->ClashIdOfRow(row);
+        return ids;
+    }
+
+    static QString InList(const QList<qint64> &ids)
+    {
+        QStringList texts;
+        for (qint64 id : ids)
+            texts << QString::number(id);
+        return u"clash_id IN ("_s + texts.join(u", "_s) + u")"_s;
+    }
+
+    // Picks option `index` of the save dialog and confirms it.
+    static void SaveAs(int index)
+    {
+        fxtest::OnNextModal([index](QWidget *dialog) {
+            const auto options = dialog->findChildren<QRadioButton *>();
+            for (QRadioButton *option : options)
+                if (option->property("index").toInt() == index ||
+                    option->objectName() == u"Option1_%1"_s.arg(index))
+                    option->setChecked(true);
+            fxtest::Click(dialog, "cmdOK");
+        });
+    }
+
+    fxtest::Sandbox box;
+    const QString project = u"W"_s + fx::RandomScratchName().toUpper();
+    std::optional<pdssim::SiteLayout> layout;
+    QString config;
+    std::unique_ptr<fx::FrmFendrix> window;
+    QString nextFile;
+    QStringList offers;
+};
+
+TEST_F(ApprovalWindow, a_reviewer_filters_sorts_groups_and_approves_the_selection)
+{
+    fxtest::RecordingMessageBox boxes(fx::IdYes);
+    fx::FrmFendrix &w = Open();
+
+    ASSERT_TRUE(Grid().IsOpen()) << Grid().GridText().toStdString();
+    EXPECT_TRUE(w.windowTitle().contains(u" [Approval Module]"_s));
+    EXPECT_TRUE(w.windowTitle().endsWith(u" - "_s + project));
+    // A fresh load shows the unapproved clashes only, and says so in the caption.
+    EXPECT_EQ(Grid().FilterText(u"status"_s), u"Unapproved"_s);
+    EXPECT_EQ(Grid().Model()->rowCount(), Count(u"status = 'Unapproved'"_s));
+    EXPECT_TRUE(Grid().Caption().startsWith(u"Total: 120 clashes"_s)) << Grid().Caption().toStdString();
+    fxtest::Screenshot(&w, u"approval-window-loaded"_s);
+
+    Grid().SetFilterText(u"status"_s, QString());
+    EXPECT_EQ(Grid().Model()->rowCount(), 120);
+    Grid().ClickHeader(u"clash_id"_s);
+    Grid().ClickHeader(u"clash_id"_s);
+    EXPECT_GT(Grid().Model()->ClashIdOfRow(0), Grid().Model()->ClashIdOfRow(1));
+    Grid().SetGroupColumns({u"discipline_a"_s});
+    fxtest::Screenshot(&w, u"approval-window-grouped"_s);
+
+    // Approve real three clashes: the store has them, the window knows of the change.
+    const QList<qint64> chosen = FirstRows(3);
+    Grid().SelectClashes(chosen);
+    w.RunToolButton(1);
+    EXPECT_EQ(Count(InList(chosen) + u" AND status = 'Approved' AND action = 'Approve Real Clash'"_s), 3);
+    EXPECT_TRUE(fx::GetClashesChanged());
+    EXPECT_TRUE(Grid().Caption().contains(u"approved: "_s));
+
+    // The same again changes nothing and says so; with nothing selected the flow refuses.
+    boxes.boxes.clear();
+    w.RunToolButton(1);
+    ASSERT_EQ(boxes.boxes.size(), 1u);
+    EXPECT_TRUE(boxes.boxes[0].text.contains(u"No clashes updated"_s));
+    Grid().SelectClashes({});
+    boxes.boxes.clear();
+    w.RunMenuCommand(u"Menu_Clash_Unapprove"_s);
+    ASSERT_EQ(boxes.boxes.size(), 1u);
+    EXPECT_TRUE(boxes.boxes[0].text.contains(u"No clashes selected"_s));
+}
+
+TEST_F(ApprovalWindow, descriptions_and_reviews_survive_a_clash_file_and_the_project)
+{
+    fxtest::RecordingMessageBox boxes(fx::IdYes);
+    fx::FrmFendrix &w = Open();
+    ASSERT_TRUE(Grid().IsOpen());
+
+    const QList<qint64> chosen = FirstRows(2);
+    Grid().SelectClashes(chosen);
+    fxtest::OnNextModal([](QWidget *dialog) {
+        dialog->findChild<QLineEdit *>(u"txtDescription"_s)->setText(u"pipe o'clock"_s);
+        fxtest::Click(dialog, "cmdOK");
+    });
+    w.RunToolButton(4);
+    EXPECT_EQ(Count(InList(chosen) + u" AND review_comment LIKE 'pipe o''clock%'"_s), 2);
+
+    // To a clash file: the window offers the project's name and saves where it is told.
+    nextFile = box.Root() + u"review.fxdb"_s;
+    SaveAs(fx::SaveChangesToFile);
+    w.RunMenuCommand(u"Menu_File_Save"_s);
+    ASSERT_FALSE(offers.isEmpty());
+    EXPECT_TRUE(offers.last().endsWith(project + u"_clashes.fxdb"_s)) << offers.last().toStdString();
+    EXPECT_TRUE(QFileInfo::exists(nextFile));
+    EXPECT_FALSE(fx::GetClashesChanged());
+
+    // Approve false, then to the project.
+    Grid().SelectClashes(chosen);
+    w.RunToolButton(2);
+    ASSERT_TRUE(fx::GetClashesChanged());
+    SaveAs(fx::SaveChangesToProject);
+    w.RunMenuCommand(u"Menu_File_Save"_s);
+    EXPECT_FALSE(fx::GetClashesChanged());
+    fxtest::Screenshot(&w, u"approval-window-saved"_s);
+
+    // The clash file reopens offline with the descriptions; the project reopens with the reviews.
+    w.LoadProject(nextFile, QString());
+    ASSERT_TRUE(Grid().IsOpen());
+    EXPECT_TRUE(w.windowTitle().contains(u" [Offline]"_s));
+    EXPECT_EQ(Count(InList(chosen) + u" AND review_comment LIKE 'pipe o''clock%'"_s), 2);
+    w.LoadProject(project, layout->ControlFile());
+    ASSERT_TRUE(Grid().IsOpen());
+    EXPECT_EQ(Count(InList(chosen) + u" AND action = 'Approve False Clash'"_s), 2);
+    // Both loads went into the recent list, newest first.
+    const QAction *recent = w.MenuBar().items.value(u"Menu_File_RecentProject1"_s);
+    ASSERT_TRUE(recent && recent->isVisible());
+    EXPECT_TRUE(recent->text().startsWith(u"1 "_s + project + u" ("_s));
+}
+
+TEST_F(ApprovalWindow, closing_with_changes_asks_to_save_and_cancel_keeps_the_project)
+{
+    fxtest::RecordingMessageBox boxes(fx::IdYes);
+    fx::FrmFendrix &w = Open();
+    ASSERT_TRUE(Grid().IsOpen());
+    Grid().SelectClashes(FirstRows(1));
+    w.RunToolButton(1);
+    ASSERT_TRUE(fx::GetClashesChanged());
+
+    fxtest::OnNextModal([](QWidget *dialog) { fxtest::Click(dialog, "cmdCancel"); });
+    EXPECT_FALSE(w.close());
+    EXPECT_TRUE(Grid().IsOpen());
+    EXPECT_TRUE(fx::GetClashesChanged());
+    // No question before the save dialog: unsaved changes of a writable project go straight to it.
+    EXPECT_TRUE(boxes.boxes.empty());
+
+    // Dropping the changes closes the window and unloads it.
+    bool unloaded = false;
+    QObject::connect(&w, &fx::FrmFendrix::Unloaded, [&](bool) { unloaded = true; });
+    SaveAs(fx::SaveChangesDiscard);
+    EXPECT_TRUE(w.close());
+    EXPECT_TRUE(unloaded);
+    EXPECT_EQ(fx::GetProjectName(), u"NO_PROJECT"_s);
+}
+
+TEST_F(ApprovalWindow, a_failed_load_is_told_and_leaves_the_window_usable)
+{
+    fxtest::RecordingMessageBox boxes(fx::IdOk);
+    fx::Process().CmdProject.clear();
+    // No project at start: the project selection opens at once; the user cancels it.
+    bool selectionShown = false;
+    fxtest::OnNextModal([&](QWidget *dialog) {
+        selectionShown = true;
+        fxtest::Click(dialog, "cmdCancel");
+    });
+    fx::FrmFendrix &w = Open();
+    EXPECT_TRUE(selectionShown);
+    EXPECT_EQ(Grid().GridText(), u"Please select project"_s);
+
+    EXPECT_THROW(w.LoadProject(u"NOPE"_s, box.Root() + u"missing.cmd"_s), fx::Failure);
+    EXPECT_FALSE(Grid().IsOpen());
+    EXPECT_EQ(fx::GetProjectName(), u"NO_PROJECT"_s);
+    EXPECT_TRUE(Grid().GridText().contains(u"missing.cmd"_s)) << Grid().GridText().toStdString();
+    // The commands that need a project are off; loading is on.
+    EXPECT_FALSE(w.MenuBar().items.value(u"Menu_File_LoadSettings"_s)->isEnabled());
+    EXPECT_TRUE(w.MenuBar().items.value(u"Menu_File_LoadClashes4PDS"_s)->isEnabled());
+    EXPECT_FALSE(w.MenuBar().Find(u"Approve Real Clash"_s)->isEnabled());
+    // Commands whose windows do not exist are shown disabled.
+    EXPECT_FALSE(w.MenuBar().items.value(u"Menu_Tools_Options"_s)->isEnabled());
+    EXPECT_FALSE(w.MenuBar().Find(u"Report"_s)->isEnabled());
+    // The event window shows the last lines of the log.
+    EXPECT_GT(w.EventList()->count(), 0);
+    fxtest::Screenshot(&w, u"approval-window-no-project"_s);
+}
+
+} // namespace

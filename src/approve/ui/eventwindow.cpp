@@ -31,6 +31,9 @@ void EventWindow::ShowItems()
         addItem(line);
     }
     scrollToBottom();
+    // Long work runs on this thread: painted now, the line is seen while the work goes on.
+    if (isVisible())
+        repaint();
 }
 
 } // namespace fx

@@ -214,6 +214,7 @@ bool FrmFendrix::RunSaveDialog()
     bool goOn = false;
     try {
         WaitCursor wait;
+        ControlLock lock(this);
         goOn = ApplySaveChangesStatus(status, [this](const QString &offered) {
             return ChooseFile(true, DialogFilter(msg::ClashFileDialogFilter), offered);
         });

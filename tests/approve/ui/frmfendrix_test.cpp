@@ -201,10 +201,12 @@ TEST_F(ApprovalWindow, descriptions_and_reviews_survive_a_clash_file_and_the_pro
     EXPECT_FALSE(fx::GetClashesChanged());
     fxtest::Screenshot(&w, u"approval-window-saved"_s);
 
-    // The clash file reopens offline with the descriptions; the project reopens with the reviews.
+    // The clash file reopens with the descriptions, its name in the title (the site is there,
+    // so it is online); the project reopens with the reviews.
     w.LoadProject(nextFile, QString());
     ASSERT_TRUE(Grid().IsOpen());
-    EXPECT_TRUE(w.windowTitle().contains(u" [Offline]"_s));
+    EXPECT_TRUE(w.windowTitle().contains(u" ["_s + nextFile + u"]"_s)) << w.windowTitle().toStdString();
+    EXPECT_FALSE(w.windowTitle().contains(u" [Offline]"_s));
     EXPECT_EQ(Count(InList(chosen) + u" AND review_comment LIKE 'pipe o''clock%'"_s), 2);
     w.LoadProject(project, layout->ControlFile());
     ASSERT_TRUE(Grid().IsOpen());

@@ -1,0 +1,192 @@
+// The approval window on pdssim sites of the SQLite kind, offscreen: opening a project until
+// its first rows are painted, then a filter typed into the filter row, a header-click sort and
+// jumps to random places, each until the screen is painted; and the process's peak memory.
+
+#include "approve/ui/frmfendrix.h"
+#include "frame/processstate.h"
+#include "frame/programinfo.h"
+#include "frame/settings.h"
+#include "grid/clashgridmodel.h"
+#include "grid/ui/clashgridview.h"
+#include "pds/projectdatabase.h"
+#include "pdssim/sitebuild.h"
+#include "pdssim/siteconfig.h"
+#include "pdssim/sitelayout.h"
+#include "store/clashstore.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <sys/resource.h>
+
+#include <map>
+#include <memory>
+
+namespace {
+
+const QString kProject = QStringLiteral("BENCH");
+
+double PeakRssMegabytes()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return double(usage.ru_maxrss) / 1024.0;
+}
+
+// A site in a private world, built once per size, and the window that has it open.
+struct OpenWindow
+{
+    explicit OpenWindow(int clashes)
+    {
+        root = dir.path() + QLatin1Char('/');
+        for (const char *folder : {"temp", "config", "program"})
+            QDir(root).mkpath(QString::fromLatin1(folder));
+        QFile ini(root + QStringLiteral("program/Fendrix.ini"));
+        (void)ini.open(QIODevice::WriteOnly);
+        ini.write("[Settings]\n");
+        ini.close();
+        qputenv("TEMP", (root + QStringLiteral("temp/")).toLocal8Bit());
+        qputenv("APPDATA", (root + QStringLiteral("config/")).toLocal8Bit());
+        fx::SetProgramDirOverride(root + QStringLiteral("program/"));
+        fx::Process().TempDir = root + QStringLiteral("temp/");
+        fx::Process().WorkDir = fx::Process().TempDir;
+
+        pdssim::SiteOptions options;
+        options.root = root + QStringLiteral("site");
+        options.project = kProject;
+        options.clashes = clashes;
+        options.kind = QStringLiteral("sqlite");
+        options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
+        pdssim::BuildSite(options);
+        const pdssim::SiteLayout layout(options.root);
+        pdssim::InstallSiteConfig(layout, root + QStringLiteral("program/"));
+        const QString config = pdssim::SiteUserConfigFile(layout, kProject);
+        // No prompt after the load: the automatic filter is set without asking.
+        fx::SetIniValue(config, QStringLiteral("AutoFilter"), QStringLiteral("ShowFilterDialog"), QStringLiteral("0"));
+        fx::SetUserConfigFile(config);
+        fx::Process().CmdControlFile = layout.ControlFile();
+        fx::Process().CmdProject = kProject;
+    }
+
+    // Opens the window on the site; the time until the first rows are painted.
+    double Open()
+    {
+        window.reset();
+        fx::ClearProjectCache();
+        QElapsedTimer timer;
+        timer.start();
+        window = std::make_unique<fx::FrmFendrix>();
+        window->resize(1280, 800);
+        window->show();
+        window->RunStartup();
+        Paint();
+        return timer.nsecsElapsed() / 1e9;
+    }
+
+    fx::ClashGridView &Grid() { return *window->Grid(); }
+
+    // Paints the grid's visible rows as the screen would.
+    void Paint() { benchmark::DoNotOptimize(window->Grid()->Table()->viewport()->grab()); }
+
+    QTemporaryDir dir;
+    QString root;
+    std::unique_ptr<fx::FrmFendrix> window;
+};
+
+OpenWindow &WindowOf(int clashes)
+{
+    static std::map<int, std::unique_ptr<OpenWindow>> windows;
+    auto &window = windows[clashes];
+    if (!window) {
+        window = std::make_unique<OpenWindow>(clashes);
+        window->Open();
+    }
+    return *window;
+}
+
+void WindowOpen(benchmark::State &state)
+{
+    OpenWindow &open = WindowOf(int(state.range(0)));
+    for (auto _ : state) {
+        state.SetIterationTime(open.Open());
+    }
+    state.counters["rows_shown"] = open.Grid().Model() ? open.Grid().Model()->rowCount() : 0;
+    state.counters["peak_rss_MB"] = PeakRssMegabytes();
+}
+BENCHMARK(WindowOpen)->Arg(100000)->Arg(500000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// A filter typed into the filter row on all rows, then taken away again (not timed).
+void WindowFilter(benchmark::State &state)
+{
+    OpenWindow &open = WindowOf(int(state.range(0)));
+    open.Grid().SetFilterText(QStringLiteral("status"), QString());
+    const char *texts[] = {"Pip*", "*E*", "NULL"};
+    int round = 0;
+    for (auto _ : state) {
+        QElapsedTimer timer;
+        timer.start();
+        open.Grid().SetFilterText(QStringLiteral("discipline_a"), QString::fromLatin1(texts[round++ % 3]));
+        open.Paint();
+        state.SetIterationTime(timer.nsecsElapsed() / 1e9);
+        open.Grid().SetFilterText(QStringLiteral("discipline_a"), QString());
+    }
+    state.counters["peak_rss_MB"] = PeakRssMegabytes();
+}
+BENCHMARK(WindowFilter)->Arg(500000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+
+// A header click on an unfiltered grid: ascending the first time, descending after.
+void WindowSort(benchmark::State &state)
+{
+    OpenWindow &open = WindowOf(int(state.range(0)));
+    open.Grid().SetFilterText(QStringLiteral("status"), QString());
+    const char *columns[] = {"comp_a", "model_a", "type"};
+    int round = 0;
+    for (auto _ : state) {
+        QElapsedTimer timer;
+        timer.start();
+        open.Grid().ClickHeader(QString::fromLatin1(columns[round++ % 3]));
+        open.Paint();
+        state.SetIterationTime(timer.nsecsElapsed() / 1e9);
+    }
+}
+BENCHMARK(WindowSort)->Arg(500000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+
+// A jump to a random place of all rows, one screen painted.
+void WindowScroll(benchmark::State &state)
+{
+    OpenWindow &open = WindowOf(int(state.range(0)));
+    open.Grid().SetFilterText(QStringLiteral("status"), QString());
+    QScrollBar *bar = open.Grid().Table()->verticalScrollBar();
+    QRandomGenerator random(20261121);
+    for (auto _ : state) {
+        QElapsedTimer timer;
+        timer.start();
+        bar->setValue(int(random.bounded(quint32(bar->maximum() + 1))));
+        open.Paint();
+        state.SetIterationTime(timer.nsecsElapsed() / 1e9);
+    }
+    state.counters["peak_rss_MB"] = PeakRssMegabytes();
+}
+BENCHMARK(WindowScroll)->Arg(500000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

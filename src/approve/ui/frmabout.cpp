@@ -14,7 +14,6 @@
 #include "frame/ui/translateform.h"
 
 #include <QFrame>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QProcess>
 #include <QPushButton>
@@ -74,11 +73,7 @@ FrmAbout::FrmAbout(QWidget *parent) : QDialog(parent)
     layout->addWidget(intergraph);
     layout->addWidget(bentley);
     layout->addWidget(microsoft);
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdSysInfo);
-    layout->addLayout(buttons);
+    AddButtonRow(layout, {cmdOK, cmdSysInfo});
     setMinimumWidth(420);
 
     connect(cmdOK, &QPushButton::clicked, this, [this] { accept(); });

@@ -9,7 +9,6 @@
 #include "permissions/privilegedb.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -32,9 +31,6 @@ FrmDescription::FrmDescription(qint16 action, QWidget *parent)
     m_chkDoNotOverwriteDescr = NamedControl<QCheckBox>(this, "chkDoNotOverwriteDescr", msg::DescrDoNotOverwrite);
     m_chkDoNotChangeDescr = NamedControl<QCheckBox>(this, "chkDoNotChangeDescr", msg::DescrDoNotChange);
     m_chkNeverShow = NamedControl<QCheckBox>(this, "chkNeverShow", msg::DescrNeverShow);
-    auto *cmdOK = NamedControl<QPushButton>(this, "cmdOK", msg::ButtonOK);
-    auto *cmdCancel = NamedControl<QPushButton>(this, "cmdCancel", msg::ButtonCancel);
-    cmdOK->setDefault(true);
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(label);
@@ -43,11 +39,7 @@ FrmDescription::FrmDescription(qint16 action, QWidget *parent)
     layout->addWidget(m_chkDoNotOverwriteDescr);
     layout->addWidget(m_chkDoNotChangeDescr);
     layout->addWidget(m_chkNeverShow);
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    layout->addLayout(buttons);
+    QPushButton *cmdOK = AddOkCancel(this, layout).ok;
     setMinimumWidth(440);
 
     connect(m_txtDescription, &QLineEdit::textEdited, this, [this](const QString &text) {
@@ -79,7 +71,6 @@ FrmDescription::FrmDescription(qint16 action, QWidget *parent)
         if (RunShowingFailure("frmDescription::cmdOK_Click", [&] { m_model.Accept(); }))
             accept();
     });
-    connect(cmdCancel, &QPushButton::clicked, this, [this] { reject(); });
 
     ShowModel();
     TranslateForm(this);

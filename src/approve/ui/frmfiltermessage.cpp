@@ -9,7 +9,6 @@
 #include "grid/autofilter.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -41,19 +40,12 @@ FrmFilterMessage::FrmFilterMessage(QWidget *parent) : QDialog(parent)
     m_chkSetFilterAutomaticaly->setChecked(IsOn(autofilterkey::SetAutoFilter));
     m_chkNeverShow = NamedControl<QCheckBox>(this, "chkNeverShow", msg::FilterMessageNeverShow);
     m_chkNeverShow->setChecked(!IsOn(autofilterkey::ShowFilterDialog));
-    auto *cmdOK = NamedControl<QPushButton>(this, "cmdOK", msg::ButtonOK);
-    auto *cmdCancel = NamedControl<QPushButton>(this, "cmdCancel", msg::ButtonCancel);
-    cmdOK->setDefault(true);
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(label);
     layout->addWidget(m_chkSetFilterAutomaticaly);
     layout->addWidget(m_chkNeverShow);
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    layout->addLayout(buttons);
+    QPushButton *cmdOK = AddOkCancel(this, layout).ok;
     setMinimumWidth(360);
 
     connect(cmdOK, &QPushButton::clicked, this, [this] {
@@ -61,7 +53,6 @@ FrmFilterMessage::FrmFilterMessage(QWidget *parent) : QDialog(parent)
         Store(autofilterkey::ShowFilterDialog, !m_chkNeverShow->isChecked());
         accept();
     });
-    connect(cmdCancel, &QPushButton::clicked, this, [this] { reject(); });
 
     TranslateForm(this);
     KeepFormPlace(this, objectName());

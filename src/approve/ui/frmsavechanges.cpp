@@ -6,7 +6,6 @@
 #include "frame/ui/translateform.h"
 
 #include <QButtonGroup>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -43,21 +42,13 @@ FrmSaveChanges::FrmSaveChanges(QWidget *parent) : QDialog(parent)
             m_model.SelectOption(index);
     });
 
-    auto *cmdOK = NamedControl<QPushButton>(this, "cmdOK", msg::ButtonOK);
-    auto *cmdCancel = NamedControl<QPushButton>(this, "cmdCancel", msg::ButtonCancel);
-    cmdOK->setDefault(true);
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    layout->addLayout(buttons);
+    QPushButton *cmdOK = AddOkCancel(this, layout).ok;
     setMinimumWidth(360);
 
     connect(cmdOK, &QPushButton::clicked, this, [this] {
         if (m_model.Accept())
             accept();
     });
-    connect(cmdCancel, &QPushButton::clicked, this, [this] { reject(); });
 
     TranslateForm(this);
     KeepFormPlace(this, objectName());

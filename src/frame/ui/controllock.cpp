@@ -1,5 +1,7 @@
 #include "frame/ui/controllock.h"
 
+#include "frame/ui/actionkey.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSlider>
@@ -53,19 +55,9 @@ bool IsLockable(const QWidget *widget)
            qobject_cast<const QAbstractItemView *>(widget) || qobject_cast<const QAbstractSlider *>(widget);
 }
 
-// A menu's own action carries the menu's name when it was not given one.
-QString KeyOf(const QAction *action)
-{
-    if (!action->objectName().isEmpty())
-        return action->objectName();
-    if (const QMenu *menu = action->menu())
-        return menu->objectName();
-    return QString();
-}
-
 bool IsLockable(const QAction *action)
 {
-    const QString key = KeyOf(action);
+    const QString key = ActionKey(action);
     return !key.isEmpty() && !action->isSeparator() && !StaysEnabledWhileLocked(key) && !IsLeftAloneByName(key);
 }
 

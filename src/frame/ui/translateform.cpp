@@ -4,6 +4,7 @@
 #include "frame/failure.h"
 #include "frame/messages.h"
 #include "frame/translation.h"
+#include "frame/ui/actionkey.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -68,15 +69,6 @@ QString DerivedToolTip(QString text)
     return text;
 }
 
-QString KeyOf(const QAction *action)
-{
-    if (!action->objectName().isEmpty())
-        return action->objectName();
-    if (const QMenu *menu = action->menu())
-        return menu->objectName();
-    return QString();
-}
-
 // Recent items show file names, which are no texts to translate.
 bool IsRecentItem(const QString &key)
 {
@@ -86,7 +78,7 @@ bool IsRecentItem(const QString &key)
 
 void TranslateAction(QAction *action)
 {
-    if (action->isSeparator() || IsLeftOut(action) || IsRecentItem(KeyOf(action)))
+    if (action->isSeparator() || IsLeftOut(action) || IsRecentItem(ActionKey(action)))
         return;
     if (!action->property(EnglishTextProperty).isValid()) {
         const QString text = action->text();

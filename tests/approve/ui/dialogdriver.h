@@ -15,6 +15,12 @@
 
 namespace fxtest {
 
+/// A Latin-1 literal as a QString, for the short expectations of window tests.
+inline QString Text(const char *latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
 /// Runs `steps` on the next modal window that the code under test opens.
 class ModalDriver
 {

@@ -21,13 +21,9 @@ using fxtest::Click;
 using fxtest::Find;
 using fxtest::ModalDriver;
 using fxtest::Screenshot;
+using fxtest::Text;
 
 namespace {
-
-QString Text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 // The dialogs that read a site: its control file, its project list, its permissions.
 class ProjectDialogs : public fxtest::SiteKindTest

@@ -29,13 +29,9 @@ using fxtest::Click;
 using fxtest::Find;
 using fxtest::ModalDriver;
 using fxtest::Screenshot;
+using fxtest::Text;
 
 namespace {
-
-QString Text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 QString UserConfig(const ConfigKey &key)
 {

@@ -16,6 +16,7 @@
 #include "approve/ui/dialogdriver.h"
 
 #include <QCheckBox>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -150,6 +151,21 @@ TEST_F(SmallDialogs, the_description_dialog_keeps_its_settings_on_ok_and_nothing
     });
     EXPECT_FALSE(FrmDescription::ShowForm(3, nullptr));
     EXPECT_EQ(fxtest::Sandbox::ReadFile(GetUserConfigFile()), before);
+
+    // A read-only user config file refuses OK, and the dialog stays for Cancel.
+    QFile::setPermissions(GetUserConfigFile(), QFileDevice::ReadOwner);
+    fxtest::RecordingMessageBox boxes;
+    bool stayed = false;
+    ModalDriver readOnly([&](QWidget *dialog) {
+        Click(dialog, "cmdOK");
+        stayed = dialog->isVisible();
+        Click(dialog, "cmdCancel");
+    });
+    EXPECT_FALSE(FrmDescription::ShowForm(2, nullptr));
+    EXPECT_TRUE(stayed);
+    ASSERT_EQ(boxes.boxes.size(), 1u);
+    EXPECT_TRUE(boxes.boxes[0].text.contains(Text("write permission denied"))) << qPrintable(boxes.boxes[0].text);
+    QFile::setPermissions(GetUserConfigFile(), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
 }
 
 TEST_F(SmallDialogs, the_filter_message_stores_never_show_and_cancel_skips_the_filter)

@@ -52,7 +52,7 @@ QString EnglishOf(QObject *control, const char *property, const QString &shown)
     return shown;
 }
 
-void TranslateText(QObject *control, const QString &shown, const std::function<void(const QString &)> &set)
+void TranslateControlText(QObject *control, const QString &shown, const std::function<void(const QString &)> &set)
 {
     const QString english = EnglishOf(control, EnglishTextProperty, shown);
     if (!english.isEmpty())
@@ -66,7 +66,7 @@ QString DerivedToolTip(QString text)
     text.replace(QStringLiteral("&&"), QStringLiteral("\x01"));
     text.remove(QLatin1Char('&'));
     text.replace(QStringLiteral("\x01"), QStringLiteral("&"));
-    return text;
+    return text.trimmed();
 }
 
 // Recent items show file names, which are no texts to translate.
@@ -86,7 +86,7 @@ void TranslateAction(QAction *action)
         if (!tip.isEmpty() && tip != DerivedToolTip(text))
             action->setProperty(EnglishToolTipProperty, tip);
     }
-    TranslateText(action, action->text(), [action](const QString &text) { action->setText(text); });
+    TranslateControlText(action, action->text(), [action](const QString &text) { action->setText(text); });
     const QString englishTip = action->property(EnglishToolTipProperty).toString();
     if (!englishTip.isEmpty())
         action->setToolTip(fx::TranslateText(englishTip));
@@ -118,15 +118,15 @@ void TranslateWidget(QWidget *widget)
         return;
     if (auto *label = qobject_cast<QLabel *>(widget)) {
         if (!label->text().isEmpty() || label->property(EnglishTextProperty).isValid())
-            TranslateText(label, label->text(), [label](const QString &text) { label->setText(text); });
+            TranslateControlText(label, label->text(), [label](const QString &text) { label->setText(text); });
     } else if (auto *button = qobject_cast<QAbstractButton *>(widget)) {
         // A tool bar's button shows its action, which is translated as the action.
         const auto *tool = qobject_cast<QToolButton *>(button);
         if (tool && tool->defaultAction())
             return;
-        TranslateText(button, button->text(), [button](const QString &text) { button->setText(text); });
+        TranslateControlText(button, button->text(), [button](const QString &text) { button->setText(text); });
     } else if (auto *group = qobject_cast<QGroupBox *>(widget)) {
-        TranslateText(group, group->title(), [group](const QString &text) { group->setTitle(text); });
+        TranslateControlText(group, group->title(), [group](const QString &text) { group->setTitle(text); });
     } else if (auto *tabs = qobject_cast<QTabWidget *>(widget)) {
         TranslateTabs(tabs);
         return;
@@ -146,7 +146,7 @@ void TranslateForm(QWidget *form)
     if (!form || !IsLanguageActive())
         return;
     if (!IsLeftOut(form))
-        TranslateText(form, form->windowTitle(), [form](const QString &text) { form->setWindowTitle(text); });
+        TranslateControlText(form, form->windowTitle(), [form](const QString &text) { form->setWindowTitle(text); });
     const QList<QWidget *> widgets = form->findChildren<QWidget *>();
     for (QWidget *widget : widgets)
         TranslateWidget(widget);

@@ -58,7 +58,10 @@ bool IsLockable(const QWidget *widget)
 bool IsLockable(const QAction *action)
 {
     const QString key = ActionKey(action);
-    return !key.isEmpty() && !action->isSeparator() && !StaysEnabledWhileLocked(key) && !IsLeftAloneByName(key);
+    // Actions Qt makes inside a control (a line edit's clear button) belong to that control.
+    if (key.isEmpty() || key.startsWith(QLatin1String("_q_")) || key.startsWith(QLatin1String("qt_")))
+        return false;
+    return !action->isSeparator() && !StaysEnabledWhileLocked(key) && !IsLeftAloneByName(key);
 }
 
 // The windows that take part: the caller's and every other named one, the splash window aside.

@@ -199,7 +199,8 @@ void InitLanguageMenu(QMenu *languageMenu)
             entry->setProperty(NoTranslateProperty, true);
             languageMenu->insertAction(before, entry);
         }
-        SetConfigLanguage(CurrentLanguage());
+        if (!CurrentLanguage().isEmpty())
+            SetConfigLanguage(CurrentLanguage());
     });
 }
 

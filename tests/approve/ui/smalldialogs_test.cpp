@@ -19,6 +19,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QRadioButton>
 #include <QSettings>
 #include <QTimer>
@@ -76,6 +77,16 @@ TEST_F(SmallDialogs, the_splash_dispatches_once_when_closed_early_and_shows_prog
     splash.show();
     splash.close();
     EXPECT_EQ(dispatched, 1);
+
+    FrmSplash clicked(false);
+    clicked.Show();
+    int clickDispatched = 0;
+    clicked.Start([&] { ++clickDispatched; });
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), QPointF(5, 5), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QApplication::sendEvent(&clicked, &press);
+    EXPECT_EQ(clickDispatched, 1) << "a click hands over at once";
+    EXPECT_FALSE(clicked.isVisible());
 
     // Forced away before the usage text or a failure, it hands over to nothing.
     FrmSplash batch(true);

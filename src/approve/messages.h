@@ -60,10 +60,42 @@ inline constexpr char ReallyCloseWindow[] = "Do you really want to close this wi
 inline constexpr char DirectoryWriteDeniedWarning[] = "Directory '%0%': write permission denied.%1%";
 inline constexpr char FileWriteDeniedWarning[] = "File '%0%': write permission denied.%1%";
 inline constexpr char ProgramSettingsCannotBeSaved[] = "Program settings cannot be saved!";
-inline constexpr char ClashFileDialogFilter[] = "Fendrix access database (*.fxdb)";
-inline constexpr char SettingsFileDialogFilter[] = "Fendrix config file (*.ini)";
+inline constexpr char SettingsFileFilter[] = "Fendrix config file (*.ini)|*.ini";
 inline constexpr char ApprovalWindowNeedsDisplay[] =
     "The Approval Module needs a window system: DISPLAY or WAYLAND_DISPLAY is not set";
 inline constexpr char ManualFile[] = "Help/Fendrix [en].pdf";
+
+// The small windows: splash, project selection, description, save, filter prompt, tips, about
+inline constexpr char VersionText[] = "Version %0%";
+inline constexpr char SplashStarting[] = "Starting ...";
+inline constexpr char ButtonOK[] = "OK";
+inline constexpr char ButtonCancel[] = "Cancel";
+inline constexpr char SelectProjectControlFile[] = "Control file:";
+inline constexpr char SelectProjectProjects[] = "PDS-Projects:";
+inline constexpr char SelectProjectBrowse[] = "...";
+inline constexpr char SelectProjectAutoReload[] = "Load the selected project automatically at start";
+inline constexpr char SelectProjectLoad4File[] = "Load from file...";
+inline constexpr char DescrLabel[] = "Description:";
+inline constexpr char DescrDoNotOverwrite[] = "Do not overwrite existing descriptions";
+inline constexpr char DescrDoNotChange[] = "Do not change descriptions";
+inline constexpr char DescrNeverShow[] = "Do not show this dialog again";
+inline constexpr char SaveOptionToProject[] = "Save changes to PDS-Project";
+inline constexpr char SaveOptionToFile[] = "Save changes to clash file";
+inline constexpr char SaveOptionDiscard[] = "Discard changes";
+inline constexpr char FilterMessageCaption[] = "Automatic filter";
+inline constexpr char FilterMessageText[] = "The clashes are loaded. The grid can show the unapproved clashes only.";
+inline constexpr char FilterMessageSetFilter[] = "Show unapproved clashes only";
+inline constexpr char FilterMessageNeverShow[] = "Do not show this message again";
+inline constexpr char DayTipCaption[] = "Tip of the Day";
+inline constexpr char DayTipDidYouKnow[] = "Did you know...";
+inline constexpr char DayTipShowAtStartup[] = "Show tips at startup";
+inline constexpr char DayTipNext[] = "&Next Tip";
+inline constexpr char AboutCaption[] = "About";
+inline constexpr char AboutSysInfo[] = "&System Info...";
+inline constexpr char AboutCopyright[] = "Copyright (C) Norvane. All rights reserved.";
+inline constexpr char AboutNoticeIntergraph[] = "Intergraph, PDS and SmartPlant are trademarks of Intergraph Corporation.";
+inline constexpr char AboutNoticeBentley[] = "Bentley and MicroStation are trademarks of Bentley Systems, Incorporated.";
+inline constexpr char AboutNoticeMicrosoft[] = "Microsoft and Windows are trademarks of Microsoft Corporation.";
+inline constexpr char SysInfoUnavailable[] = "System Information Is Unavailable At This Time";
 
 } // namespace fx::msg

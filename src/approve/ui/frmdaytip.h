@@ -5,6 +5,8 @@
 
 #include <QDialog>
 
+class QLabel;
+
 namespace fx {
 
 class FrmDayTip : public QDialog
@@ -20,6 +22,7 @@ public:
 
 private:
     DayTips m_tips;
+    QLabel *m_lblTipText = nullptr;
 };
 
 } // namespace fx

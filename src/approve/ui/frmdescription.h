@@ -6,6 +6,9 @@
 
 #include <QDialog>
 
+class QCheckBox;
+class QLineEdit;
+
 namespace fx {
 
 class FrmDescription : public QDialog
@@ -19,7 +22,15 @@ public:
     static bool ShowForm(qint16 action, QWidget *parent);
 
 private:
+    /// Shows the model's text, boxes and what of them may be changed.
+    void ShowModel();
+
     DescriptionDialogModel m_model;
+    QLineEdit *m_txtDescription = nullptr;
+    QCheckBox *m_chkAddUserID = nullptr;
+    QCheckBox *m_chkDoNotOverwriteDescr = nullptr;
+    QCheckBox *m_chkDoNotChangeDescr = nullptr;
+    QCheckBox *m_chkNeverShow = nullptr;
 };
 
 } // namespace fx

@@ -15,7 +15,7 @@
 #include "frame/tempdir.h"
 #include "frame/translation.h"
 #include "frame/ui/formplacing.h"
-#include "frame/ui/gesture.h"
+#include "frame/ui/eventguard.h"
 #include "frame/ui/translateform.h"
 #include "grid/ui/clashgridview.h"
 #include "pds/cris.h"
@@ -40,6 +40,8 @@ inline constexpr ConfigKey EventWindowKey{"Approve", "EventWindow", "1"};
 FrmFendrix::FrmFendrix(QWidget *parent) : QMainWindow(parent)
 {
     setObjectName(QString::fromUtf8(FormName));
+    // The title is composed and translated by SetTitle.
+    setProperty(NoTranslateProperty, true);
     setAttribute(Qt::WA_DeleteOnClose, false);
     LogMessage(msg::StartingProgram, {ApplicationTitle()});
 
@@ -60,7 +62,7 @@ FrmFendrix::FrmFendrix(QWidget *parent) : QMainWindow(parent)
     RestoreFormPlace(this, QString::fromUtf8(FormName));
     m_menuBar = AddSystemMenuAndBar(
         this, [this](const QString &key) { RunMenuCommand(key); }, [this](int index) { RunToolButton(index); });
-    RunGesture([this] { InitLanguageMenu(m_menuBar.languageMenu); });
+    RunShowingFailure("Form_Load", [this] { InitLanguageMenu(m_menuBar.languageMenu); });
     TranslateForm(this);
     SetEventWindowVisible(ReadConfigKey(GetConfigFile(), EventWindowKey) != QLatin1String("0"));
     SetTitle();
@@ -111,7 +113,7 @@ void FrmFendrix::SetEventWindowVisible(bool visible)
 
 void FrmFendrix::RunMenuCommand(const QString &key)
 {
-    RunGesture([&] {
+    RunShowingFailure("Menu_Click", [&] {
         switch (DispatchMenuKey(key)) {
         case MenuCommand::LoadClashes4PDS:
             LoadFromPDS();
@@ -176,7 +178,7 @@ void FrmFendrix::RunToolButton(int index)
     // Without clashes in the grid no button has anything to work on.
     if (!m_grid->IsOpen())
         return;
-    RunGesture([&] {
+    RunShowingFailure("Toolbar1_ButtonClick", [&] {
         switch (index) {
         case 1:
         case 2:
@@ -226,7 +228,7 @@ void FrmFendrix::closeEvent(QCloseEvent *event)
 bool FrmFendrix::QueryUnload()
 {
     bool close = false;
-    RunGesture([&] {
+    RunShowingFailure("Form_QueryUnload", [&] {
         const bool readOnly = IsReadOnly();
         // Unsaved changes of a writable project get the save dialog instead of the question.
         if (!(GetClashesChanged() && !readOnly)) {

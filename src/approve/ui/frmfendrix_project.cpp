@@ -17,9 +17,11 @@
 #include "frame/tempdir.h"
 #include "frame/translation.h"
 #include "frame/ui/controllock.h"
-#include "frame/ui/gesture.h"
+#include "frame/ui/filefilter.h"
+#include "frame/ui/eventguard.h"
 #include "frame/ui/waitcursor.h"
 #include "grid/ui/clashgridview.h"
+#include "pds/messages.h"
 #include "store/clashstore.h"
 #include "store/loadclashes.h"
 #include "store/savechanges.h"
@@ -38,7 +40,7 @@ namespace {
 
 QString DialogFilter(const char *filter)
 {
-    return TranslateText(QString::fromUtf8(filter));
+    return QtFileFilter(TranslateText(QString::fromUtf8(filter)));
 }
 
 // "hh:mm:ss" of an elapsed time, hours going past 24 if they must.
@@ -69,33 +71,31 @@ void FrmFendrix::RunStartup()
         return;
     m_timer->stop();
     m_startupDone = true;
-    const bool done = RunGesture([this] {
-        Frame("Timer1", [this] {
-            m_grid->SetGridText(QString::fromUtf8(msg::PleaseSelectProject));
-            bool cancel = false;
-            CloseProject(false, cancel);
+    const bool done = RunShowingFailure("Timer1_Timer", [this] {
+        m_grid->SetGridText(QString::fromUtf8(msg::PleaseSelectProject));
+        bool cancel = false;
+        CloseProject(false, cancel);
 
-            m_tempDir = CreateTempDir();
-            Process().WorkDir = m_tempDir;
-            RefreshRecentProjects();
+        m_tempDir = CreateTempDir();
+        Process().WorkDir = m_tempDir;
+        RefreshRecentProjects();
 
-            for (const QString &warning : SettleUserConfigFile())
-                ShowMessage(warning, MbIconExclamation);
+        for (const QString &warning : SettleUserConfigFile())
+            ShowMessage(warning, MbIconExclamation);
 
-            const StartupProject startup = ChooseStartupProject();
-            if (startup.load) {
-                if (startup.fromCommandLine)
-                    RefreshRecentProjects(RecentProjects::EntryOf(startup.project, startup.controlFile));
-                LoadProject(startup.project, startup.controlFile);
-            }
-            FrmDayTip::ShowMe(this);
-            if (GetProjectName() == QLatin1String("NO_PROJECT"))
-                LoadFromPDS();
-        });
+        const StartupProject startup = ChooseStartupProject();
+        if (startup.load) {
+            if (startup.fromCommandLine)
+                RefreshRecentProjects(RecentProjects::EntryOf(startup.project, startup.controlFile));
+            LoadProject(startup.project, startup.controlFile);
+        }
+        FrmDayTip::ShowMe(this);
+        if (GetProjectName() == QLatin1String("NO_PROJECT"))
+            LoadFromPDS();
     });
     if (!done) {
         bool cancel = false;
-        RunGesture([&] { CloseProject(false, cancel); });
+        RunShowingFailure("Timer1_Timer", [&] { CloseProject(false, cancel); });
     }
 }
 
@@ -203,7 +203,7 @@ void FrmFendrix::RefreshRecentProjects(const QString &newEntry)
 
 void FrmFendrix::ApplyPermissions()
 {
-    RunGesture([this] {
+    RunShowingFailure("ApplyPermissions", [this] {
         ApplyEnabledStates(m_menuBar, fx::ApplyPermissions(PermissionForm::Main, CurrentPermissionContext()));
     });
 }
@@ -216,7 +216,7 @@ bool FrmFendrix::RunSaveDialog()
         WaitCursor wait;
         ControlLock lock(this);
         goOn = ApplySaveChangesStatus(status, [this](const QString &offered) {
-            return ChooseFile(true, DialogFilter(msg::ClashFileDialogFilter), offered);
+            return ChooseFile(true, DialogFilter(msg::ClashFileFilter), offered);
         });
     } catch (const Failure &failure) {
         ShowMessage(failure, MbIconExclamation);
@@ -245,7 +245,7 @@ void FrmFendrix::LoadFromPDS()
 
 void FrmFendrix::LoadFromFile()
 {
-    const QString file = ChooseFile(false, DialogFilter(msg::ClashFileDialogFilter), QString());
+    const QString file = ChooseFile(false, DialogFilter(msg::ClashFileFilter), QString());
     if (!file.isEmpty())
         LoadProject(file, QString());
 }
@@ -263,7 +263,7 @@ void FrmFendrix::LoadRecentProject(const QString &key)
 
 void FrmFendrix::LoadSettingsFromFile()
 {
-    const QString file = ChooseFile(false, DialogFilter(msg::SettingsFileDialogFilter), QString());
+    const QString file = ChooseFile(false, DialogFilter(msg::SettingsFileFilter), QString());
     if (file.isEmpty())
         return;
     CopyFileA(file, GetUserConfigFile());
@@ -273,7 +273,7 @@ void FrmFendrix::LoadSettingsFromFile()
 void FrmFendrix::SaveSettingsToFile()
 {
     m_grid->SaveColumnSettings();
-    const QString file = ChooseFile(true, DialogFilter(msg::SettingsFileDialogFilter), QString());
+    const QString file = ChooseFile(true, DialogFilter(msg::SettingsFileFilter), QString());
     if (file.isEmpty())
         return;
     CopyFileA(GetUserConfigFile(), file);

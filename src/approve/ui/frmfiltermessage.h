@@ -3,6 +3,8 @@
 
 #include <QDialog>
 
+class QCheckBox;
+
 namespace fx {
 
 class FrmFilterMessage : public QDialog
@@ -15,6 +17,13 @@ public:
     /// Shows the prompt modally; stores SetAutoFilter and ShowFilterDialog (section AutoFilter)
     /// as the boxes say. True when the automatic filter is to be skipped (Cancel).
     static bool ShowForm(QWidget *parent);
+
+    /// Cancel, Escape and the window's close button skip the filter.
+    void reject() override;
+
+private:
+    QCheckBox *m_chkSetFilterAutomaticaly = nullptr;
+    QCheckBox *m_chkNeverShow = nullptr;
 };
 
 } // namespace fx

@@ -19,6 +19,9 @@ public:
 
     int GetStatus() const { return m_model.GetStatus(); }
 
+    /// Cancel, Escape and the window's close button give SaveChangesCancelled.
+    void reject() override;
+
 private:
     SaveChangesDialogModel m_model;
 };

@@ -5,6 +5,11 @@
 
 #include <QDialog>
 
+class QCheckBox;
+class QLineEdit;
+class QListWidget;
+class QTimer;
+
 namespace fx {
 
 class FrmSelectProject : public QDialog
@@ -19,8 +24,20 @@ public:
 
     const SelectProjectModel &Model() const { return m_model; }
 
+    /// Cancel, Escape and the window's close button end the selection as cancelled.
+    void reject() override;
+
 private:
+    void ReadControlFile(const QString &controlFile);
+    /// Shows the model's control file, projects, selection and AutoLoad.
+    void ShowModel();
+    void OnOK();
+
     SelectProjectModel m_model;
+    QLineEdit *m_txtControlFile = nullptr;
+    QListWidget *m_lstProjects = nullptr;
+    QCheckBox *m_chkAutoReload = nullptr;
+    QTimer *m_timer = nullptr; ///< AutoLoad's own acceptance
 };
 
 } // namespace fx

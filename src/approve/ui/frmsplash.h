@@ -7,11 +7,14 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 
 class QLabel;
 class QTimer;
 
 namespace fx {
+
+class StatusLabelSink;
 
 class FrmSplash : public QWidget, public IStartupSplash
 {
@@ -20,6 +23,7 @@ class FrmSplash : public QWidget, public IStartupSplash
 public:
     /// In batch mode the window stays hidden and waits one second, otherwise three.
     explicit FrmSplash(bool batchMode, QWidget *parent = nullptr);
+    ~FrmSplash() override;
 
     /// Shown unless in batch mode.
     void Show() override;
@@ -45,6 +49,8 @@ private:
     QLabel *m_status;
     std::function<void()> m_dispatch;
     bool m_dispatched = false;
+    bool m_forced = false; ///< taken away by ForceUnload: no dispatch
+    std::unique_ptr<StatusLabelSink> m_sink; ///< the status label shows the progress messages
 };
 
 } // namespace fx

@@ -29,8 +29,11 @@ public:
     ControlLock &operator=(const ControlLock &) = delete;
 
 private:
+    // Index for index: each locked control and whether it was enabled before.
     QList<QPointer<QWidget>> m_widgets;
+    QList<bool> m_widgetWasEnabled;
     QList<QPointer<QAction>> m_actions;
+    QList<bool> m_actionWasEnabled;
 };
 
 } // namespace fx

@@ -14,4 +14,8 @@ void RestoreFormPlace(QWidget *form, const QString &formName);
 /// Keeps the place of `form` for the next time.
 void SaveFormPlace(const QWidget *form, const QString &formName);
 
+/// Restores the place of `form` now and saves it each time the window is hidden (closed,
+/// accepted or rejected). Failures of either are shown, never raised.
+void KeepFormPlace(QWidget *form, const QString &formName);
+
 } // namespace fx

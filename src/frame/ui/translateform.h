@@ -12,6 +12,11 @@ namespace fx {
 
 /// The dynamic property that keeps a control's English text.
 inline constexpr char EnglishTextProperty[] = "fxEnglish";
+/// The dynamic property that keeps an action's English tool tip where it has one of its own.
+inline constexpr char EnglishToolTipProperty[] = "fxEnglishToolTip";
+/// Set to true on a control (or a window, for its title) whose text the window fills itself,
+/// already translated: TranslateForm leaves that text alone.
+inline constexpr char NoTranslateProperty[] = "fxNoTranslate";
 
 /// Translates the window's title and its controls (text boxes, lists and trees keep their
 /// content), its toolbars' tool tips and its menus. Does nothing while no language is active.

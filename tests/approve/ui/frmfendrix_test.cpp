@@ -273,3 +273,35 @@ TEST_F(ApprovalWindow, a_failed_load_is_told_and_leaves_the_window_usable)
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(ApprovalWindow, a_read_only_project_offers_no_status_commands_and_closes_without_the_save_dialog)
+{
+    fxtest::RecordingMessageBox boxes(fx::IdYes);
+    fx::FrmFendrix &w = Open();
+    ASSERT_TRUE(Grid().IsOpen());
+    fx::ClashStore().ReadOnly = true;
+    fx::SetClashesChanged(true);
+    w.ApplyPermissions();
+    for (const char *key : {"Menu_Clash_ApproveReal", "Menu_Clash_ApproveFalse", "Menu_Clash_Unapprove",
+                            "Menu_Clash_SetDescription", "Menu_File_Save"})
+        EXPECT_FALSE(w.MenuBar().items.value(QString::fromLatin1(key))->isEnabled()) << key;
+    EXPECT_FALSE(w.MenuBar().Find(u"SaveChanges"_s)->isEnabled());
+
+    // Any dialog here would be the save dialog, which a read-only project never shows.
+    bool dialogShown = false;
+    fxtest::OnNextModal(
+        [&](QWidget *dialog) {
+            dialogShown = true;
+            fxtest::Click(dialog, "cmdCancel");
+        },
+        200);
+    EXPECT_TRUE(w.close());
+    EXPECT_FALSE(dialogShown);
+    ASSERT_EQ(boxes.boxes.size(), 1u);
+    EXPECT_EQ(boxes.boxes[0].text, u"Do you really want to close this window?"_s);
+    EXPECT_EQ(boxes.boxes[0].flags, quint32(fx::MbYesNo | fx::MbIconQuestion | fx::MbDefButton2));
+}
+
+} // namespace

@@ -261,6 +261,31 @@ void ClashGridModel::SetColumnFilter(int column, const QString &text)
     });
 }
 
+void ClashGridModel::SetColumnFilters(const QStringList &texts)
+{
+    Frame("ClashGridModel::SetColumnFilters", [&] {
+        QStringList wanted = texts;
+        wanted.resize(columnCount());
+        if (m_reviewDateColumn >= 0 && !wanted.at(m_reviewDateColumn).isEmpty())
+            Raise(msg::GridFilteringNotAvailable, {m_columnNames.at(m_reviewDateColumn)});
+        ClashRecordsetState &view = ClashRecordset();
+        const QStringList textsBefore = m_filterTexts;
+        const QString filterBefore = view.Filter;
+        m_filterTexts = wanted;
+        view.Filter = GridFilterExpression(m_columns, m_filterTexts);
+        if (view.Filter == filterBefore)
+            return;
+        try {
+            ReadIds();
+        } catch (const Failure &) {
+            // A refused statement left the ids as they were.
+            m_filterTexts = textsBefore;
+            view.Filter = filterBefore;
+            throw;
+        }
+    });
+}
+
 void ClashGridModel::ApplyFilter(int column)
 {
     const QString expression = GridFilterExpression(m_columns, m_filterTexts);

@@ -67,6 +67,10 @@ public:
 
     /// Puts `text` in the filter cell of `column` and filters the grid anew.
     void SetColumnFilter(int column, const QString &text);
+    /// Puts all filter cells at once (by column index) and filters the grid one time. When the
+    /// store refuses the condition, nothing changes and the failure goes on; applying the cells
+    /// one by one then finds the cell at fault.
+    void SetColumnFilters(const QStringList &texts);
     /// The text of a filter cell.
     QString ColumnFilter(int column) const { return m_filterTexts.value(column); }
 

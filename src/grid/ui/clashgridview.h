@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 class QTableView;
 
@@ -84,6 +85,19 @@ Q_SIGNALS:
     void StatusLineChanged(const QString &caption);
 
 private:
+    void Bind(std::unique_ptr<ClashGridModel> model);
+    void Unbind();
+    void ApplySavedWidths();
+    // The filter routine for the cell the user left, and for all cells at once.
+    void FilterCellLeft(int column);
+    void RunFilters();
+    void HeaderClicked(int column);
+    void AddGroupColumn(const QString &column);
+    void ApplyGroupColumns(const QStringList &columns);
+    QStringList DropDown(const QString &column, bool dataRow);
+    void OpenFilterDropDown(int column);
+    std::vector<int> SelectedRows() const;
+
     struct Parts;
     std::unique_ptr<Parts> m_parts;
 };

@@ -81,6 +81,9 @@ public:
     /// The sort as written for the store, "[name] ASC" or "[a], [b]"; empty when unsorted.
     const QString &Sort() const { return m_sort; }
 
+    /// Rows passing the filter whose status is approved, counted as the store counts them.
+    qint32 ApprovedRows() const { return m_approvedRows; }
+
     /// Bytes held by the id list and the cache, roughly.
     qint64 MemoryBytes() const;
     /// Blocks read from the store since the model was made.
@@ -95,7 +98,8 @@ private:
     using Block = std::vector<QVariantList>;
 
     void ReadColumns();
-    void ReadIds();
+    // `countApproved` false keeps the approved count: a new order leaves the same rows.
+    void ReadIds(bool countApproved = true);
     void ApplyFilter(int column);
     void ApplySort(const QString &sort, QList<SortKey> keys);
     const QVariantList *CachedRow(int row) const;
@@ -107,6 +111,7 @@ private:
     QString m_sort;
     QList<SortKey> m_sortKeys;
     std::vector<qint64> m_ids;
+    qint32 m_approvedRows = 0;
     int m_actionDisciplineColumn = -1;
     int m_reviewDateColumn = -1;
 

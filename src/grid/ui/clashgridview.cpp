@@ -63,6 +63,9 @@ struct ClashGridView::Parts
     QStringList groupColumns;
     QString gridText;
     std::function<bool()> askSkip;
+    // Approved clashes of the project, which filtering and sorting leave as they are; read
+    // again whenever rows may have changed. Counting them costs more than the filter itself.
+    std::optional<qint32> totalApproved;
     int popupColumn = -1;
     bool filtering = false;
     quint64 resets = 0; ///< model resets so far: a selection read between events notices one
@@ -170,7 +173,8 @@ ClashGridView::ClashGridView(QWidget *parent) : QWidget(parent), m_parts(std::ma
         FilterCellLeft(column);
     });
     connect(delegate, &ClashGridDelegate::Edited, this, [this] {
-        UpdateStatusLine();
+        // An edit leaves every status as it was; the counts of the rows in view still hold.
+        ShowCounts(false);
         Q_EMIT ClashesEdited();
     });
 }
@@ -215,6 +219,7 @@ void ClashGridView::ShowClashesInGrid()
     WaitCursor wait;
     Frame("ShowClashesInGrid", [&] {
         Parts &p = *m_parts;
+        p.totalApproved.reset();
         std::optional<Failure> kept;
         qint64 keepClash = -1;
         QHash<QString, QString> carried;
@@ -287,6 +292,7 @@ void ClashGridView::RefreshClashes()
     WaitCursor wait;
     Frame("RefreshClashes", [&] {
         const GridPlace place = p.Remember();
+        p.totalApproved.reset();
         p.model->Refresh();
         SetAutoFilter();
         DoEvents();
@@ -349,10 +355,30 @@ void ClashGridView::SetAutoFilter()
 
 void ClashGridView::UpdateStatusLine()
 {
-    const QString caption = m_parts->model ? ClashCountsCaption() : QString();
-    if (caption == m_parts->caption->text())
+    ShowCounts(true);
+}
+
+void ClashGridView::ShowCounts(bool exact)
+{
+    Parts &p = *m_parts;
+    QString caption;
+    if (p.model) {
+        try {
+            if (exact || !p.totalApproved)
+                p.totalApproved = GetTotalApprovedClashCount();
+            // After a filter or a sort the rows in view are the model's, counted as it read them.
+            const ClashCounts counts = exact ? ClashCounts{GetTotalClashCount(), *p.totalApproved, GetClashCount(), GetApprovedClashCount()}
+                                             : ClashCounts{GetTotalClashCount(), *p.totalApproved, p.model->rowCount(),
+                                                           p.model->ApprovedRows()};
+            caption = ClashCountsCaption(counts);
+        } catch (const std::exception &) {
+            p.totalApproved.reset();
+            caption.clear();
+        }
+    }
+    if (caption == p.caption->text())
         return;
-    m_parts->caption->setText(caption);
+    p.caption->setText(caption);
     Q_EMIT StatusLineChanged(caption);
 }
 
@@ -391,7 +417,7 @@ void ClashGridView::FilterCellLeft(int column)
     }
     p.SyncCells();
     p.Restore(place);
-    UpdateStatusLine();
+    ShowCounts(false);
     p.filtering = false;
 }
 
@@ -420,7 +446,7 @@ void ClashGridView::RunFilters()
     }
     p.SyncCells();
     p.Restore(place);
-    UpdateStatusLine();
+    ShowCounts(false);
     p.filtering = false;
 }
 

@@ -88,6 +88,8 @@ private:
     void Bind(std::unique_ptr<ClashGridModel> model);
     void Unbind();
     void ApplySavedWidths();
+    // The caption; `exact` counts everything anew, else the rows in view are the model's.
+    void ShowCounts(bool exact);
     // The filter routine for the cell the user left, and for all cells at once.
     void FilterCellLeft(int column);
     void RunFilters();

@@ -3,6 +3,7 @@
 
 #include "frame/settings.h"
 #include "grid/messages.h"
+#include "store/statusline.h"
 
 #include "gridwindow.h"
 #include "support/loglines.h"
@@ -109,6 +110,14 @@ TEST_F(GridView, the_automatic_filter_shows_the_unapproved_clashes_with_their_co
     const QString filtered = u"; Filtered: %1 clashes (approved: 0; unapproved: %1)"_s.arg(unapproved);
     EXPECT_TRUE(view->Caption().startsWith(u"Total: %1 clashes"_s.arg(total))) << view->Caption().toStdString();
     EXPECT_TRUE(view->Caption().endsWith(filtered)) << view->Caption().toStdString();
+    // Counted from the rows read for the grid, the caption is what the store counts.
+    view->SetFilterText(u"discipline_a"_s, u"Piping"_s);
+    EXPECT_EQ(view->Caption(), ClashCountsCaption());
+    view->SetFilterText(u"status"_s, QString());
+    EXPECT_EQ(view->Caption(), ClashCountsCaption());
+    EXPECT_TRUE(view->Caption().contains(u"Filtered"_s));
+    view->SetFilterText(u"discipline_a"_s, QString());
+    view->SetFilterText(u"status"_s, u"Unapproved"_s);
 
     // A status filter in place survives a rebuild, and the message is not asked again.
     view->SetFilterText(u"status"_s, u"App*"_s);

@@ -11,15 +11,16 @@
 #include "grid/gridfilter.h"
 #include "grid/ui/clashgriddelegate.h"
 #include "grid/ui/filterheader.h"
+#include "grid/ui/gridplace.h"
 #include "grid/ui/grouparea.h"
 #include "grid/ui/valuepopup.h"
 #include "store/clashview.h"
 #include "store/statusline.h"
 
 #include <QHash>
-#include <QItemSelection>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -35,16 +36,6 @@ namespace {
 const QString kStatus = QStringLiteral("status");
 const QString kReviewDate = QStringLiteral("recent_review_date");
 const QString kActionDiscipline = QStringLiteral("action_discipline");
-
-// Where the user is in the grid: the clash of the current row, the current column and the
-// scroll positions. Rows are found again by clash id, since filters and sorts move them.
-struct GridPlace
-{
-    qint64 clashId = -1;
-    int column = -1;
-    int left = 0;
-    int top = 0;
-};
 
 } // namespace
 
@@ -70,33 +61,13 @@ struct ClashGridView::Parts
     bool filtering = false;
     quint64 resets = 0; ///< model resets so far: a selection read between events notices one
 
-    GridPlace Remember() const
-    {
-        GridPlace place;
-        if (!model)
-            return place;
-        const QModelIndex current = table->currentIndex();
-        if (current.isValid()) {
-            place.clashId = model->ClashIdOfRow(current.row());
-            place.column = current.column();
-        }
-        place.left = table->horizontalScrollBar()->value();
-        place.top = table->verticalScrollBar()->value();
-        return place;
-    }
+    GridPlace Remember() const { return model ? RememberPlace(*table, *model) : GridPlace(); }
 
     void Restore(const GridPlace &place)
     {
         if (!model)
             return;
-        // The scroll ranges follow a reset only at the next layout; settle them first.
-        table->doItemsLayout();
-        table->horizontalScrollBar()->setValue(place.left);
-        table->verticalScrollBar()->setValue(place.top);
-        const int row = place.clashId < 0 ? -1 : model->RowOfClash(place.clashId);
-        if (row >= 0)
-            table->selectionModel()->setCurrentIndex(model->index(row, std::max(place.column, 0)),
-                                                     QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        RestorePlace(*table, *model, place);
         header->AdjustCells();
     }
 
@@ -212,6 +183,7 @@ void ClashGridView::Unbind()
     p.table->setModel(nullptr);
     delete oldSelection;
     p.model.reset();
+    ++p.resets;
 }
 
 void ClashGridView::ShowClashesInGrid()
@@ -407,7 +379,7 @@ void ClashGridView::FilterCellLeft(int column)
     Parts &p = *m_parts;
     if (!p.model || p.filtering || column < 0 || column >= p.model->columnCount())
         return;
-    p.filtering = true;
+    const QScopedValueRollback<bool> filtering(p.filtering, true);
     WaitCursor wait;
     const GridPlace place = p.Remember();
     try {
@@ -418,7 +390,6 @@ void ClashGridView::FilterCellLeft(int column)
     p.SyncCells();
     p.Restore(place);
     ShowCounts(false);
-    p.filtering = false;
 }
 
 void ClashGridView::RunFilters()
@@ -426,7 +397,7 @@ void ClashGridView::RunFilters()
     Parts &p = *m_parts;
     if (!p.model || p.filtering)
         return;
-    p.filtering = true;
+    const QScopedValueRollback<bool> filtering(p.filtering, true);
     WaitCursor wait;
     const GridPlace place = p.Remember();
     const QStringList texts = p.CellTexts();
@@ -447,7 +418,6 @@ void ClashGridView::RunFilters()
     p.SyncCells();
     p.Restore(place);
     ShowCounts(false);
-    p.filtering = false;
 }
 
 void ClashGridView::HeaderClicked(int column)
@@ -527,7 +497,7 @@ QList<qint64> ClashGridView::SelectedClashIds() const
     QList<qint64> ids;
     if (!p.model)
         return ids;
-    const std::vector<int> rows = SelectedRows();
+    const std::vector<int> rows = SelectedRows(*p.table);
     const quint64 resets = p.resets;
     const ClashGridModel *model = p.model.get();
     for (const int row : rows) {
@@ -542,48 +512,13 @@ QList<qint64> ClashGridView::SelectedClashIds() const
 
 int ClashGridView::SelectedCount() const
 {
-    return int(SelectedRows().size());
-}
-
-std::vector<int> ClashGridView::SelectedRows() const
-{
-    // From the ranges: the selection model's own row list tests every row against every range.
-    std::vector<int> rows;
-    if (!m_parts->model)
-        return rows;
-    for (const QItemSelectionRange &range : m_parts->table->selectionModel()->selection())
-        for (int row = range.top(); row <= range.bottom(); ++row)
-            rows.push_back(row);
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    return rows;
+    return m_parts->model ? int(SelectedRows(*m_parts->table).size()) : 0;
 }
 
 void ClashGridView::SelectClashes(const QList<qint64> &clashIds)
 {
-    Parts &p = *m_parts;
-    if (!p.model)
-        return;
-    std::vector<int> rows;
-    for (const qint64 id : clashIds)
-        if (const int row = p.model->RowOfClash(id); row >= 0)
-            rows.push_back(row);
-    if (rows.empty()) {
-        p.table->selectionModel()->clearSelection();
-        return;
-    }
-    p.table->selectionModel()->setCurrentIndex(p.model->index(rows.front(), 0), QItemSelectionModel::NoUpdate);
-    std::sort(rows.begin(), rows.end());
-    QItemSelection selection;
-    const int lastColumn = p.model->columnCount() - 1;
-    for (size_t first = 0; first < rows.size();) {
-        size_t last = first;
-        while (last + 1 < rows.size() && rows[last + 1] <= rows[last] + 1)
-            ++last;
-        selection.select(p.model->index(rows[first], 0), p.model->index(rows[last], lastColumn));
-        first = last + 1;
-    }
-    p.table->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    if (m_parts->model)
+        SelectClashRows(*m_parts->table, *m_parts->model, clashIds);
 }
 
 qint64 ClashGridView::CurrentClashId() const

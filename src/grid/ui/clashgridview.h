@@ -10,7 +10,6 @@
 
 #include <functional>
 #include <memory>
-#include <vector>
 
 class QTableView;
 
@@ -98,7 +97,6 @@ private:
     void ApplyGroupColumns(const QStringList &columns);
     QStringList DropDown(const QString &column, bool dataRow);
     void OpenFilterDropDown(int column);
-    std::vector<int> SelectedRows() const;
 
     struct Parts;
     std::unique_ptr<Parts> m_parts;

@@ -49,8 +49,12 @@ FilterHeader::FilterHeader(QWidget *parent) : QHeaderView(Qt::Horizontal, parent
 
 void FilterHeader::SetFilterCells(const QStringList &columns, const std::function<bool(const QString &)> &hasDropDown)
 {
-    for (QLineEdit *cell : m_cells)
+    // The old cells go quietly: one losing the focus as it goes must not filter the new rows.
+    for (QLineEdit *cell : m_cells) {
+        disconnect(cell, nullptr, this, nullptr);
+        cell->hide();
         cell->deleteLater();
+    }
     m_cells.clear();
     const QIcon arrow = DropDownIcon(style(), fontMetrics().height() * 2 / 3);
     for (int logical = 0; logical < columns.size(); ++logical) {

@@ -11,6 +11,8 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QWindow>
+#include <QMouseEvent>
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -289,6 +291,30 @@ TEST_F(GridView, grouping_sorts_by_the_group_columns_in_their_order_and_a_chip_r
     QApplication::sendEvent(Header().viewport(), &menuEvent);
     EXPECT_TRUE(menuShown);
     EXPECT_EQ(view->GroupColumns(), (QStringList{u"model_a"_s, u"type"_s, u"comp_b"_s}));
+
+    // A header dragged up out of the header leaves as a drag for the area: the header's own
+    // move of the section ends where it began, and no click sorts.
+    view->SetGroupColumns({});
+    const QStringList order = ShownOrder();
+    const QPoint press(Header().sectionViewportPosition(Column(u"comp_a"_s)) + 20, 5);
+    auto mouse = [&](QEvent::Type type, QPoint at, Qt::MouseButtons buttons) {
+        QMouseEvent event(type, at, Header().viewport()->mapToGlobal(at), Qt::LeftButton, buttons, Qt::NoModifier);
+        QApplication::sendEvent(Header().viewport(), &event);
+    };
+    // The drag runs until a release; offscreen it finds no target, so it ends with none.
+    QTimer::singleShot(50, view.get(), [&] {
+        const QPoint at(10, 10);
+        QCoreApplication::postEvent(view->windowHandle(), new QMouseEvent(QEvent::MouseButtonRelease, QPointF(at),
+                                                                          QPointF(view->mapToGlobal(at)), Qt::LeftButton,
+                                                                          Qt::NoButton, Qt::NoModifier));
+    });
+    mouse(QEvent::MouseButtonPress, press, Qt::LeftButton);
+    mouse(QEvent::MouseMove, press + QPoint(150, -3), Qt::LeftButton);
+    mouse(QEvent::MouseMove, press + QPoint(150, -40), Qt::LeftButton);
+    mouse(QEvent::MouseButtonRelease, press + QPoint(150, -40), Qt::NoButton);
+    EXPECT_EQ(ShownOrder(), order);
+    EXPECT_EQ(Header().sortIndicatorSection(), -1);
+    EXPECT_EQ(view->GroupColumns(), QStringList());
 
     // A header click sorts by its column alone.
     view->ClickHeader(u"type"_s);

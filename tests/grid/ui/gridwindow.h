@@ -4,6 +4,7 @@
 #include "frame/processstate.h"
 #include "frame/settings.h"
 #include "grid/clashgridmodel.h"
+#include "grid/gridfixture.h"
 #include "grid/ui/clashgridview.h"
 #include "pds/localdb.h"
 #include "pds/projectschema.h"
@@ -26,12 +27,6 @@
 
 #include <memory>
 #include <optional>
-#include <ostream>
-
-inline void PrintTo(const QString &text, std::ostream *os)
-{
-    *os << '"' << text.toStdString() << '"';
-}
 
 namespace fxtest {
 

@@ -171,6 +171,8 @@ void ClashGridView::Bind(std::unique_ptr<ClashGridModel> model)
     connect(p.model.get(), &QAbstractItemModel::modelReset, this, [this] { ++m_parts->resets; });
     p.header->setSortIndicator(-1, Qt::AscendingOrder);
     p.header->SetFilterCells(p.model->ColumnNames(), [](const QString &column) { return column != kReviewDate; });
+    // The header grew by the filter row: the table places its rows below it again.
+    p.table->doItemsLayout();
     p.groupArea->ShowColumns(p.groupColumns);
 }
 
@@ -285,6 +287,7 @@ void ClashGridView::FreeGrid()
         Unbind();
         ClashRecordset() = ClashRecordsetState();
         p.header->SetFilterCells({}, {});
+        p.table->doItemsLayout();
         p.groupArea->ShowText(p.gridText);
         UpdateStatusLine();
     });

@@ -67,6 +67,10 @@ public:
 
     /// Puts `text` in the filter cell of `column` and filters the grid anew.
     void SetColumnFilter(int column, const QString &text);
+    /// Puts all filter cells at once (by column index) and filters the grid one time. When the
+    /// store refuses the condition, nothing changes and the failure goes on; applying the cells
+    /// one by one then finds the cell at fault.
+    void SetColumnFilters(const QStringList &texts);
     /// The text of a filter cell.
     QString ColumnFilter(int column) const { return m_filterTexts.value(column); }
 
@@ -76,6 +80,9 @@ public:
     void SetGroupColumns(const QStringList &columns);
     /// The sort as written for the store, "[name] ASC" or "[a], [b]"; empty when unsorted.
     const QString &Sort() const { return m_sort; }
+
+    /// Rows passing the filter whose status is approved, counted as the store counts them.
+    qint32 ApprovedRows() const { return m_approvedRows; }
 
     /// Bytes held by the id list and the cache, roughly.
     qint64 MemoryBytes() const;
@@ -91,7 +98,8 @@ private:
     using Block = std::vector<QVariantList>;
 
     void ReadColumns();
-    void ReadIds();
+    // `countApproved` false keeps the approved count: a new order leaves the same rows.
+    void ReadIds(bool countApproved = true);
     void ApplyFilter(int column);
     void ApplySort(const QString &sort, QList<SortKey> keys);
     const QVariantList *CachedRow(int row) const;
@@ -103,6 +111,7 @@ private:
     QString m_sort;
     QList<SortKey> m_sortKeys;
     std::vector<qint64> m_ids;
+    qint32 m_approvedRows = 0;
     int m_actionDisciplineColumn = -1;
     int m_reviewDateColumn = -1;
 

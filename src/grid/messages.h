@@ -6,4 +6,10 @@ namespace fx::msg {
 // ---- Clash grid ----
 inline constexpr char GridFilteringNotAvailable[] = "Filtering '%0%' is not available";
 
+// ---- Clash grid: window, column settings and automatic filter ----
+inline constexpr char GridSettingAutomaticFilter[] = "Setting automatic filter ...";
+inline constexpr char GridDragHeaderHint[] = "Drag a column header here to group by that column";
+inline constexpr char GridGroupByThisColumn[] = "Group by this column";
+inline constexpr char GridRemoveGroupColumn[] = "Remove the grouping by '%0%'";
+
 } // namespace fx::msg

@@ -20,19 +20,21 @@ QString Unapproved(qint32 count, qint32 approved)
 QString ClashCountsCaption()
 {
     try {
-        const qint32 total = GetTotalClashCount();
-        const qint32 approved = GetTotalApprovedClashCount();
-        const qint32 count = GetClashCount();
-        const qint32 approvedInView = GetApprovedClashCount();
-        QString caption = TranslateText(ArgForm(msg::StatusLineTotal, {QString::number(total), QString::number(approved),
-                                                                        Unapproved(total, approved)}));
-        if (count != total)
-            caption += TranslateText(ArgForm(msg::StatusLineFiltered, {QString::number(count), QString::number(approvedInView),
-                                                                       Unapproved(count, approvedInView)}));
-        return caption;
+        return ClashCountsCaption(
+            ClashCounts{GetTotalClashCount(), GetTotalApprovedClashCount(), GetClashCount(), GetApprovedClashCount()});
     } catch (const std::exception &) {
         return QString();
     }
+}
+
+QString ClashCountsCaption(const ClashCounts &counts)
+{
+    QString caption = TranslateText(ArgForm(msg::StatusLineTotal, {QString::number(counts.total), QString::number(counts.approved),
+                                                                    Unapproved(counts.total, counts.approved)}));
+    if (counts.count != counts.total)
+        caption += TranslateText(ArgForm(msg::StatusLineFiltered, {QString::number(counts.count), QString::number(counts.approvedInView),
+                                                                   Unapproved(counts.count, counts.approvedInView)}));
+    return caption;
 }
 
 } // namespace fx

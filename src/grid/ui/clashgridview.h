@@ -84,6 +84,20 @@ Q_SIGNALS:
     void StatusLineChanged(const QString &caption);
 
 private:
+    void Bind(std::unique_ptr<ClashGridModel> model);
+    void Unbind();
+    void ApplySavedWidths();
+    // The caption; `exact` counts everything anew, else the rows in view are the model's.
+    void ShowCounts(bool exact);
+    // The filter routine for the cell the user left, and for all cells at once.
+    void FilterCellLeft(int column);
+    void RunFilters();
+    void HeaderClicked(int column);
+    void AddGroupColumn(const QString &column);
+    void ApplyGroupColumns(const QStringList &columns);
+    QStringList DropDown(const QString &column, bool dataRow);
+    void OpenFilterDropDown(int column);
+
     struct Parts;
     std::unique_ptr<Parts> m_parts;
 };

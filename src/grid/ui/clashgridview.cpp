@@ -1,0 +1,571 @@
+#include "grid/ui/clashgridview.h"
+
+#include "frame/events.h"
+#include "frame/failure.h"
+#include "frame/messagebox.h"
+#include "frame/translation.h"
+#include "frame/ui/waitcursor.h"
+#include "grid/autofilter.h"
+#include "grid/clashgridmodel.h"
+#include "grid/columnsettings.h"
+#include "grid/gridfilter.h"
+#include "grid/ui/clashgriddelegate.h"
+#include "grid/ui/filterheader.h"
+#include "grid/ui/gridplace.h"
+#include "grid/ui/grouparea.h"
+#include "grid/ui/valuepopup.h"
+#include "store/clashview.h"
+#include "store/statusline.h"
+
+#include <QHash>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+namespace fx {
+
+namespace {
+
+const QString kStatus = QStringLiteral("status");
+const QString kReviewDate = QStringLiteral("recent_review_date");
+const QString kActionDiscipline = QStringLiteral("action_discipline");
+
+} // namespace
+
+struct ClashGridView::Parts
+{
+    GroupArea *groupArea = nullptr;
+    QLabel *caption = nullptr;
+    QTableView *table = nullptr;
+    FilterHeader *header = nullptr;
+    ValuePopup *popup = nullptr;
+    std::unique_ptr<ClashGridModel> model;
+    FilterDropDown filterDropDown;
+    // The editor of action_discipline has a guard of its own, so that a filter list built a
+    // moment ago is never offered as the disciplines to write.
+    FilterDropDown editorDropDown;
+    QStringList groupColumns;
+    QString gridText;
+    std::function<bool()> askSkip;
+    // Approved clashes of the project, which filtering and sorting leave as they are; read
+    // again whenever rows may have changed. Counting them costs more than the filter itself.
+    std::optional<qint32> totalApproved;
+    int popupColumn = -1;
+    bool filtering = false;
+    quint64 resets = 0; ///< model resets so far: a selection read between events notices one
+
+    GridPlace Remember() const { return model ? RememberPlace(*table, *model) : GridPlace(); }
+
+    void Restore(const GridPlace &place)
+    {
+        if (!model)
+            return;
+        RestorePlace(*table, *model, place);
+        header->AdjustCells();
+    }
+
+    // The model's filter texts may differ from the cells after a refusal: the cells follow.
+    void SyncCells()
+    {
+        for (int column = 0; model && column < model->columnCount(); ++column)
+            if (header->CellText(column) != model->ColumnFilter(column))
+                header->SetCellText(column, model->ColumnFilter(column));
+    }
+
+    QStringList CellTexts() const
+    {
+        QStringList texts;
+        for (int column = 0; model && column < model->columnCount(); ++column)
+            texts << header->CellText(column);
+        return texts;
+    }
+};
+
+ClashGridView::ClashGridView(QWidget *parent) : QWidget(parent), m_parts(std::make_unique<Parts>())
+{
+    Parts &p = *m_parts;
+    p.groupArea = new GroupArea(this);
+    p.caption = new QLabel(this);
+    p.caption->setObjectName(QStringLiteral("gridCaption"));
+    p.table = new QTableView(this);
+    p.table->setObjectName(QStringLiteral("clashGrid"));
+    p.header = new FilterHeader(p.table);
+    p.table->setHorizontalHeader(p.header);
+    p.popup = new ValuePopup(this);
+
+    QTableView *table = p.table;
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    table->setWordWrap(false);
+    table->setSortingEnabled(false);
+    table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked
+                           | QAbstractItemView::EditKeyPressed);
+    table->verticalHeader()->hide();
+    // Fixed rows: the view then never asks half a million rows for their heights.
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    auto *delegate = new ClashGridDelegate([this] { return DropDown(kActionDiscipline, true); }, table);
+    table->setItemDelegate(delegate);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(p.groupArea);
+    layout->addWidget(p.caption);
+    layout->addWidget(table, 1);
+    p.groupArea->ShowText(QString());
+
+    // The header moves its sections with the scroll bar without telling anyone.
+    connect(table->horizontalScrollBar(), &QScrollBar::valueChanged, p.header, &FilterHeader::AdjustCells);
+    connect(p.header, &FilterHeader::FilterLeft, this, [this](int column) { FilterCellLeft(column); });
+    connect(p.header, &FilterHeader::DropDownRequested, this, [this](int column) { OpenFilterDropDown(column); });
+    connect(p.header, &QHeaderView::sectionClicked, this, [this](int column) { HeaderClicked(column); });
+    connect(p.header, &FilterHeader::GroupRequested, this, [this](int column) {
+        if (m_parts->model)
+            AddGroupColumn(m_parts->model->ColumnNames().value(column));
+    });
+    connect(p.groupArea, &GroupArea::ColumnDropped, this, [this](const QString &column) { AddGroupColumn(column); });
+    connect(p.groupArea, &GroupArea::ColumnRemoved, this, [this](const QString &column) {
+        QStringList columns = m_parts->groupColumns;
+        columns.removeAll(column);
+        ApplyGroupColumns(columns);
+    });
+    connect(p.popup, &ValuePopup::Chosen, this, [this](const QString &value) {
+        const int column = m_parts->popupColumn;
+        m_parts->header->SetCellText(column, value);
+        FilterCellLeft(column);
+    });
+    connect(delegate, &ClashGridDelegate::Edited, this, [this] {
+        // An edit leaves every status as it was; the counts of the rows in view still hold.
+        ShowCounts(false);
+        Q_EMIT ClashesEdited();
+    });
+}
+
+ClashGridView::~ClashGridView()
+{
+    // The table must let go of the model before the model goes.
+    Unbind();
+}
+
+void ClashGridView::SetFilterMessageHook(std::function<bool()> askSkip)
+{
+    m_parts->askSkip = std::move(askSkip);
+}
+
+void ClashGridView::Bind(std::unique_ptr<ClashGridModel> model)
+{
+    Parts &p = *m_parts;
+    QItemSelectionModel *oldSelection = p.table->selectionModel();
+    p.model = std::move(model);
+    p.table->setModel(p.model.get());
+    delete oldSelection;
+    connect(p.model.get(), &QAbstractItemModel::modelReset, this, [this] { ++m_parts->resets; });
+    p.header->setSortIndicator(-1, Qt::AscendingOrder);
+    p.header->SetFilterCells(p.model->ColumnNames(), [](const QString &column) { return column != kReviewDate; });
+    // The header grew by the filter row: the table places its rows below it again.
+    p.table->doItemsLayout();
+    p.groupArea->ShowColumns(p.groupColumns);
+}
+
+void ClashGridView::Unbind()
+{
+    Parts &p = *m_parts;
+    if (!p.model)
+        return;
+    QItemSelectionModel *oldSelection = p.table->selectionModel();
+    p.table->setModel(nullptr);
+    delete oldSelection;
+    p.model.reset();
+    ++p.resets;
+}
+
+void ClashGridView::ShowClashesInGrid()
+{
+    WaitCursor wait;
+    Frame("ShowClashesInGrid", [&] {
+        Parts &p = *m_parts;
+        p.totalApproved.reset();
+        std::optional<Failure> kept;
+        qint64 keepClash = -1;
+        QHash<QString, QString> carried;
+        if (p.model) {
+            keepClash = CurrentClashId();
+            // A rebuild keeps the user's columns as they are now, the filter of status too.
+            SaveColumnSettings();
+            for (int column = 0; column < p.model->columnCount(); ++column)
+                carried.insert(p.model->ColumnNames().at(column), p.header->CellText(column));
+        }
+        try {
+            Unbind();
+            GetClashes();
+            Bind(std::make_unique<ClashGridModel>());
+            const QStringList &names = p.model->ColumnNames();
+            const int count = int(names.size());
+            for (int column = 0; column < count; ++column) {
+                if (const auto order = SavedColumnOrder(names.at(column), count))
+                    p.header->moveSection(p.header->visualIndex(column), *order);
+                const QString saved = SavedColumnFilter(names.at(column));
+                p.header->SetCellText(column, saved.isEmpty() ? carried.value(names.at(column)) : saved);
+            }
+            SetAutoFilter();
+            QStringList groups = p.groupColumns;
+            groups.removeIf([&](const QString &column) { return !names.contains(column); });
+            if (!groups.isEmpty())
+                p.model->SetGroupColumns(groups);
+            p.groupColumns = groups;
+            p.groupArea->ShowColumns(groups);
+            const int row = keepClash < 0 || p.model->rowCount() == 0 ? -1 : p.model->RowOfClash(keepClash);
+            if (row >= 0)
+                p.table->selectionModel()->setCurrentIndex(p.model->index(row, 0), QItemSelectionModel::ClearAndSelect
+                                                                                      | QItemSelectionModel::Rows);
+        } catch (const Failure &failure) {
+            kept = failure;
+        }
+        if (!p.model) {
+            p.header->SetFilterCells({}, {});
+            p.groupArea->ShowText(p.gridText);
+            UpdateStatusLine();
+        } else {
+            ApplySavedWidths();
+            RunFilters();
+        }
+        if (kept)
+            throw *kept;
+    });
+}
+
+void ClashGridView::ApplySavedWidths()
+{
+    Parts &p = *m_parts;
+    const QStringList &names = p.model->ColumnNames();
+    for (int column = 0; column < int(names.size()); ++column) {
+        const auto width = SavedColumnWidth(names.at(column));
+        if (!width)
+            continue;
+        if (*width >= p.table->width())
+            p.table->resizeColumnToContents(column);
+        else
+            p.header->resizeSection(column, *width);
+    }
+}
+
+void ClashGridView::RefreshClashes()
+{
+    Parts &p = *m_parts;
+    if (!p.model)
+        return;
+    WaitCursor wait;
+    Frame("RefreshClashes", [&] {
+        const GridPlace place = p.Remember();
+        p.totalApproved.reset();
+        p.model->Refresh();
+        SetAutoFilter();
+        DoEvents();
+        if (!p.model)
+            return;
+        RunFilters();
+        p.Restore(place);
+    });
+}
+
+void ClashGridView::FreeGrid()
+{
+    WaitCursor wait;
+    Frame("FreeGrid", [&] {
+        Parts &p = *m_parts;
+        SaveColumnSettings();
+        p.groupColumns.clear();
+        Unbind();
+        ClashRecordset() = ClashRecordsetState();
+        p.header->SetFilterCells({}, {});
+        p.table->doItemsLayout();
+        p.groupArea->ShowText(p.gridText);
+        UpdateStatusLine();
+    });
+}
+
+void ClashGridView::SetGridText(const QString &text)
+{
+    m_parts->gridText = TranslateText(text);
+    if (!m_parts->model)
+        m_parts->groupArea->ShowText(m_parts->gridText);
+}
+
+QString ClashGridView::GridText() const
+{
+    return m_parts->groupArea->Text();
+}
+
+void ClashGridView::SaveColumnSettings()
+{
+    Parts &p = *m_parts;
+    if (!p.model || !ClashRecordset().open)
+        return;
+    QList<SavedColumn> columns;
+    for (int column = 0; column < p.model->columnCount(); ++column)
+        columns.append({p.model->ColumnNames().at(column), p.header->visualIndex(column), p.header->sectionSize(column),
+                        p.header->CellText(column)});
+    fx::SaveColumnSettings(columns);
+}
+
+void ClashGridView::SetAutoFilter()
+{
+    Parts &p = *m_parts;
+    const int status = p.model ? p.model->ColumnOf(kStatus) : -1;
+    if (status < 0)
+        return;
+    const QString text = AutoStatusFilter(p.header->CellText(status), p.askSkip);
+    if (!text.isEmpty())
+        p.header->SetCellText(status, text);
+}
+
+void ClashGridView::UpdateStatusLine()
+{
+    ShowCounts(true);
+}
+
+void ClashGridView::ShowCounts(bool exact)
+{
+    Parts &p = *m_parts;
+    QString caption;
+    if (p.model) {
+        try {
+            if (exact || !p.totalApproved)
+                p.totalApproved = GetTotalApprovedClashCount();
+            // After a filter or a sort the rows in view are the model's, counted as it read them.
+            const ClashCounts counts = exact ? ClashCounts{GetTotalClashCount(), *p.totalApproved, GetClashCount(), GetApprovedClashCount()}
+                                             : ClashCounts{GetTotalClashCount(), *p.totalApproved, p.model->rowCount(),
+                                                           p.model->ApprovedRows()};
+            caption = ClashCountsCaption(counts);
+        } catch (const std::exception &) {
+            p.totalApproved.reset();
+            caption.clear();
+        }
+    }
+    if (caption == p.caption->text())
+        return;
+    p.caption->setText(caption);
+    Q_EMIT StatusLineChanged(caption);
+}
+
+QString ClashGridView::Caption() const
+{
+    return m_parts->caption->text();
+}
+
+bool ClashGridView::IsOpen() const
+{
+    return bool(m_parts->model);
+}
+
+ClashGridModel *ClashGridView::Model() const
+{
+    return m_parts->model.get();
+}
+
+QTableView *ClashGridView::Table() const
+{
+    return m_parts->table;
+}
+
+void ClashGridView::FilterCellLeft(int column)
+{
+    Parts &p = *m_parts;
+    if (!p.model || p.filtering || column < 0 || column >= p.model->columnCount())
+        return;
+    const QScopedValueRollback<bool> filtering(p.filtering, true);
+    WaitCursor wait;
+    const GridPlace place = p.Remember();
+    try {
+        p.model->SetColumnFilter(column, p.header->CellText(column));
+    } catch (const Failure &failure) {
+        ShowMessage(failure, MbIconExclamation);
+    }
+    p.SyncCells();
+    p.Restore(place);
+    ShowCounts(false);
+}
+
+void ClashGridView::RunFilters()
+{
+    Parts &p = *m_parts;
+    if (!p.model || p.filtering)
+        return;
+    const QScopedValueRollback<bool> filtering(p.filtering, true);
+    WaitCursor wait;
+    const GridPlace place = p.Remember();
+    const QStringList texts = p.CellTexts();
+    try {
+        p.model->SetColumnFilters(texts);
+    } catch (const Failure &) {
+        // Cell by cell, so that each refused cell is named and emptied and the rest applies.
+        for (int column = 0; column < int(texts.size()); ++column) {
+            if (texts.at(column) == p.model->ColumnFilter(column))
+                continue;
+            try {
+                p.model->SetColumnFilter(column, texts.at(column));
+            } catch (const Failure &failure) {
+                ShowMessage(failure, MbIconExclamation);
+            }
+        }
+    }
+    p.SyncCells();
+    p.Restore(place);
+    ShowCounts(false);
+}
+
+void ClashGridView::HeaderClicked(int column)
+{
+    Parts &p = *m_parts;
+    if (!p.model || column < 0 || column >= p.model->columnCount())
+        return;
+    WaitCursor wait;
+    const GridPlace place = p.Remember();
+    try {
+        p.model->SortByColumn(column);
+        // A sort by one column takes the place of the grouping.
+        p.groupColumns.clear();
+        p.groupArea->ShowColumns({});
+        const bool descending = p.model->Sort().endsWith(QLatin1String(" DESC"));
+        p.header->setSortIndicator(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+    } catch (const Failure &failure) {
+        ShowMessage(failure, MbIconExclamation);
+    }
+    p.Restore(place);
+}
+
+void ClashGridView::AddGroupColumn(const QString &column)
+{
+    if (column.isEmpty() || m_parts->groupColumns.contains(column))
+        return;
+    ApplyGroupColumns(m_parts->groupColumns + QStringList{column});
+}
+
+void ClashGridView::ApplyGroupColumns(const QStringList &columns)
+{
+    Parts &p = *m_parts;
+    if (!p.model)
+        return;
+    WaitCursor wait;
+    const GridPlace place = p.Remember();
+    try {
+        QStringList known = columns;
+        known.removeIf([&](const QString &column) { return p.model->ColumnOf(column) < 0; });
+        p.model->SetGroupColumns(known);
+        p.groupColumns = known;
+        p.header->setSortIndicator(-1, Qt::AscendingOrder);
+    } catch (const Failure &failure) {
+        ShowMessage(failure, MbIconExclamation);
+    }
+    p.groupArea->ShowColumns(p.groupColumns);
+    p.Restore(place);
+}
+
+QStringList ClashGridView::DropDown(const QString &column, bool dataRow)
+{
+    WaitCursor wait;
+    FilterDropDown &dropDown = dataRow ? m_parts->editorDropDown : m_parts->filterDropDown;
+    try {
+        return dropDown.List(column, dataRow);
+    } catch (const Failure &failure) {
+        ShowMessage(failure, MbIconExclamation);
+        return {};
+    }
+}
+
+void ClashGridView::OpenFilterDropDown(int column)
+{
+    Parts &p = *m_parts;
+    if (!p.model || column < 0 || column >= p.model->columnCount())
+        return;
+    const QStringList values = DropDown(p.model->ColumnNames().at(column), false);
+    if (values.isEmpty())
+        return;
+    p.popupColumn = column;
+    p.popup->ShowValues(values, p.header->CellText(column), p.header->Cell(column), p.header->sectionSize(column));
+}
+
+QList<qint64> ClashGridView::SelectedClashIds() const
+{
+    Parts &p = *m_parts;
+    QList<qint64> ids;
+    if (!p.model)
+        return ids;
+    const std::vector<int> rows = SelectedRows(*p.table);
+    const quint64 resets = p.resets;
+    const ClashGridModel *model = p.model.get();
+    for (const int row : rows) {
+        ids << model->ClashIdOfRow(row);
+        DoEventsIfInput();
+        // What ran in between read the rows anew, and with that the selection went.
+        if (p.model.get() != model || p.resets != resets)
+            return {};
+    }
+    return ids;
+}
+
+int ClashGridView::SelectedCount() const
+{
+    return m_parts->model ? int(SelectedRows(*m_parts->table).size()) : 0;
+}
+
+void ClashGridView::SelectClashes(const QList<qint64> &clashIds)
+{
+    if (m_parts->model)
+        SelectClashRows(*m_parts->table, *m_parts->model, clashIds);
+}
+
+qint64 ClashGridView::CurrentClashId() const
+{
+    const QModelIndex current = m_parts->table->currentIndex();
+    return m_parts->model && current.isValid() ? m_parts->model->ClashIdOfRow(current.row()) : -1;
+}
+
+QString ClashGridView::FilterText(const QString &column) const
+{
+    return m_parts->model ? m_parts->header->CellText(m_parts->model->ColumnOf(column)) : QString();
+}
+
+void ClashGridView::SetFilterText(const QString &column, const QString &text)
+{
+    if (!m_parts->model)
+        return;
+    const int index = m_parts->model->ColumnOf(column);
+    m_parts->header->SetCellText(index, text);
+    FilterCellLeft(index);
+}
+
+void ClashGridView::ClickHeader(const QString &column)
+{
+    if (m_parts->model)
+        HeaderClicked(m_parts->model->ColumnOf(column));
+}
+
+QStringList ClashGridView::GroupColumns() const
+{
+    return m_parts->groupColumns;
+}
+
+void ClashGridView::SetGroupColumns(const QStringList &columns)
+{
+    if (!m_parts->groupColumns.isEmpty())
+        ApplyGroupColumns({});
+    for (const QString &column : columns)
+        m_parts->groupArea->DropColumn(column);
+}
+
+QStringList ClashGridView::DropDownList(const QString &column, bool dataRow)
+{
+    return DropDown(column, dataRow);
+}
+
+} // namespace fx

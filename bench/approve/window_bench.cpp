@@ -9,6 +9,7 @@
 #include "grid/clashgridmodel.h"
 #include "grid/ui/clashgridview.h"
 #include "pds/projectdatabase.h"
+#include "pds/projectschema.h"
 #include "pdssim/sitebuild.h"
 #include "pdssim/siteconfig.h"
 #include "pdssim/sitelayout.h"

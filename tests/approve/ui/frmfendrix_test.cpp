@@ -1,15 +1,16 @@
 // The approval window as a reviewer uses it, on a simulated project: load, filter, sort, group,
 // select, approve, describe, save to a clash file and to the project, reopen.
 
-#include "windowdriver.h"
+#include "dialogdriver.h"
 
 #include "../../pdssim/sitekind.h"
 
 #include "approve/ui/frmfendrix.h"
 #include "frame/configkeys.h"
-#include "frame/inifile.h"
+#include "frame/failure.h"
 #include "frame/processstate.h"
 #include "frame/settings.h"
+#include "frame/translation.h"
 #include "grid/clashgridmodel.h"
 #include "grid/ui/clashgridview.h"
 #include "pds/cris.h"
@@ -17,15 +18,19 @@
 #include "pds/scratchfiles.h"
 #include "store/clashstore.h"
 #include "store/clashview.h"
+#include "store/savechanges.h"
 #include "support/recordingmessagebox.h"
 
 #include <QAction>
+#include <QDir>
+#include <QMenu>
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
 #include <QTableView>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -50,6 +55,9 @@ protected:
         fx::SetConfigUserConfigFile(fx::ExecutionModeKind::Approve, config);
         fx::Process().CmdControlFile = layout->ControlFile();
         fx::Process().CmdProject = project;
+        // The languages as the program's start leaves them.
+        QDir().mkpath(box.ProgramDir() + u"Language"_s);
+        fx::InitLanguage();
         // No tip of the day in the way of the start-up.
         QFile::remove(box.ProgramDir() + u"tip.txt"_s);
     }
@@ -82,7 +90,7 @@ protected:
     static qint64 Count(const QString &where)
     {
         return fx::ClashConnection()
-            .Query(u"SELECT COUNT(*) FROM clashes WHERE "_s + where + u";"_s)
+            .Read(u"SELECT COUNT(*) FROM clashes WHERE "_s + where + u";"_s)
             .Value(0, 0)
             .toLongLong();
     }
@@ -104,15 +112,13 @@ protected:
         return u"clash_id IN ("_s + texts.join(u", "_s) + u")"_s;
     }
 
-    // Picks option `index` of the save dialog and confirms it.
-    static void SaveAs(int index)
+    // Picks option `index` of the save dialog, once it opens, and confirms it.
+    static std::unique_ptr<fxtest::ModalDriver> SaveAs(int index)
     {
-        fxtest::OnNextModal([index](QWidget *dialog) {
-            const auto options = dialog->findChildren<QRadioButton *>();
-            for (QRadioButton *option : options)
-                if (option->property("index").toInt() == index ||
-                    option->objectName() == u"Option1_%1"_s.arg(index))
-                    option->setChecked(true);
+        return std::make_unique<fxtest::ModalDriver>([index](QWidget *dialog) {
+            const QByteArray name = "Option1_" + QByteArray::number(index);
+            if (auto *option = fxtest::Find<QRadioButton>(dialog, name.constData()))
+                option->setChecked(true);
             fxtest::Click(dialog, "cmdOK");
         });
     }
@@ -134,11 +140,17 @@ TEST_F(ApprovalWindow, a_reviewer_filters_sorts_groups_and_approves_the_selectio
     ASSERT_TRUE(Grid().IsOpen()) << Grid().GridText().toStdString();
     EXPECT_TRUE(w.windowTitle().contains(u" [Approval Module]"_s));
     EXPECT_TRUE(w.windowTitle().endsWith(u" - "_s + project));
+    // The language menu lists the installed languages, the current one checked.
+    const auto languages = w.MenuBar().languageMenu->actions();
+    const auto english = std::find_if(languages.begin(), languages.end(),
+                                      [](const QAction *a) { return a->objectName() == u"Menu_Lang_LLEnglish"_s; });
+    ASSERT_NE(english, languages.end());
+    EXPECT_TRUE((*english)->isChecked());
     // A fresh load shows the unapproved clashes only, and says so in the caption.
     EXPECT_EQ(Grid().FilterText(u"status"_s), u"Unapproved"_s);
     EXPECT_EQ(Grid().Model()->rowCount(), Count(u"status = 'Unapproved'"_s));
     EXPECT_TRUE(Grid().Caption().startsWith(u"Total: 120 clashes"_s)) << Grid().Caption().toStdString();
-    fxtest::Screenshot(&w, u"approval-window-loaded"_s);
+    fxtest::Screenshot(&w, "approval-window-loaded");
 
     Grid().SetFilterText(u"status"_s, QString());
     EXPECT_EQ(Grid().Model()->rowCount(), 120);
@@ -146,7 +158,7 @@ TEST_F(ApprovalWindow, a_reviewer_filters_sorts_groups_and_approves_the_selectio
     Grid().ClickHeader(u"clash_id"_s);
     EXPECT_GT(Grid().Model()->ClashIdOfRow(0), Grid().Model()->ClashIdOfRow(1));
     Grid().SetGroupColumns({u"discipline_a"_s});
-    fxtest::Screenshot(&w, u"approval-window-grouped"_s);
+    fxtest::Screenshot(&w, "approval-window-grouped");
 
     // Approve real three clashes: the store has them, the window knows of the change.
     const QList<qint64> chosen = FirstRows(3);
@@ -156,11 +168,18 @@ TEST_F(ApprovalWindow, a_reviewer_filters_sorts_groups_and_approves_the_selectio
     EXPECT_TRUE(fx::GetClashesChanged());
     EXPECT_TRUE(Grid().Caption().contains(u"approved: "_s));
 
+    // The refresh puts the automatic filter back: the approved clashes leave the view.
+    EXPECT_EQ(Grid().FilterText(u"status"_s), u"Unapproved"_s);
+    EXPECT_EQ(Grid().Model()->RowOfClash(chosen[0]), -1);
+
     // The same again changes nothing and says so; with nothing selected the flow refuses.
+    Grid().SetFilterText(u"status"_s, u"Approved"_s);
+    Grid().SelectClashes(chosen);
+    ASSERT_EQ(Grid().SelectedCount(), 3);
     boxes.boxes.clear();
     w.RunToolButton(1);
     ASSERT_EQ(boxes.boxes.size(), 1u);
-    EXPECT_TRUE(boxes.boxes[0].text.contains(u"No clashes updated"_s));
+    EXPECT_TRUE(boxes.boxes[0].text.contains(u"No clashes updated"_s)) << boxes.boxes[0].text.toStdString();
     Grid().SelectClashes({});
     boxes.boxes.clear();
     w.RunMenuCommand(u"Menu_Clash_Unapprove"_s);
@@ -176,8 +195,11 @@ TEST_F(ApprovalWindow, descriptions_and_reviews_survive_a_clash_file_and_the_pro
 
     const QList<qint64> chosen = FirstRows(2);
     Grid().SelectClashes(chosen);
-    fxtest::OnNextModal([](QWidget *dialog) {
-        dialog->findChild<QLineEdit *>(u"txtDescription"_s)->setText(u"pipe o'clock"_s);
+    fxtest::ModalDriver describe([](QWidget *dialog) {
+        if (auto *text = fxtest::Find<QLineEdit>(dialog, "txtDescription")) {
+            text->selectAll();
+            QTest::keyClicks(text, u"pipe o'clock"_s);
+        }
         fxtest::Click(dialog, "cmdOK");
     });
     w.RunToolButton(4);
@@ -185,7 +207,7 @@ TEST_F(ApprovalWindow, descriptions_and_reviews_survive_a_clash_file_and_the_pro
 
     // To a clash file: the window offers the project's name and saves where it is told.
     nextFile = box.Root() + u"review.fxdb"_s;
-    SaveAs(fx::SaveChangesToFile);
+    auto toFile = SaveAs(fx::SaveChangesToFile);
     w.RunMenuCommand(u"Menu_File_Save"_s);
     ASSERT_FALSE(offers.isEmpty());
     EXPECT_TRUE(offers.last().endsWith(project + u"_clashes.fxdb"_s)) << offers.last().toStdString();
@@ -196,10 +218,10 @@ TEST_F(ApprovalWindow, descriptions_and_reviews_survive_a_clash_file_and_the_pro
     Grid().SelectClashes(chosen);
     w.RunToolButton(2);
     ASSERT_TRUE(fx::GetClashesChanged());
-    SaveAs(fx::SaveChangesToProject);
+    auto toProject = SaveAs(fx::SaveChangesToProject);
     w.RunMenuCommand(u"Menu_File_Save"_s);
     EXPECT_FALSE(fx::GetClashesChanged());
-    fxtest::Screenshot(&w, u"approval-window-saved"_s);
+    fxtest::Screenshot(&w, "approval-window-saved");
 
     // The clash file reopens with the descriptions, its name in the title (the site is there,
     // so it is online); the project reopens with the reviews.
@@ -226,17 +248,17 @@ TEST_F(ApprovalWindow, closing_with_changes_asks_to_save_and_cancel_keeps_the_pr
     w.RunToolButton(1);
     ASSERT_TRUE(fx::GetClashesChanged());
 
-    fxtest::OnNextModal([](QWidget *dialog) { fxtest::Click(dialog, "cmdCancel"); });
+    fxtest::ModalDriver cancel([](QWidget *dialog) { fxtest::Click(dialog, "cmdCancel"); });
     EXPECT_FALSE(w.close());
     EXPECT_TRUE(Grid().IsOpen());
     EXPECT_TRUE(fx::GetClashesChanged());
     // No question before the save dialog: unsaved changes of a writable project go straight to it.
-    EXPECT_TRUE(boxes.boxes.empty());
+    EXPECT_TRUE(boxes.boxes.empty()) << boxes.boxes[0].text.toStdString();
 
     // Dropping the changes closes the window and unloads it.
     bool unloaded = false;
     QObject::connect(&w, &fx::FrmFendrix::Unloaded, [&](bool) { unloaded = true; });
-    SaveAs(fx::SaveChangesDiscard);
+    auto discard = SaveAs(fx::SaveChangesDiscard);
     EXPECT_TRUE(w.close());
     EXPECT_TRUE(unloaded);
     EXPECT_EQ(fx::GetProjectName(), u"NO_PROJECT"_s);
@@ -248,7 +270,7 @@ TEST_F(ApprovalWindow, a_failed_load_is_told_and_leaves_the_window_usable)
     fx::Process().CmdProject.clear();
     // No project at start: the project selection opens at once; the user cancels it.
     bool selectionShown = false;
-    fxtest::OnNextModal([&](QWidget *dialog) {
+    fxtest::ModalDriver cancel([&](QWidget *dialog) {
         selectionShown = true;
         fxtest::Click(dialog, "cmdCancel");
     });
@@ -269,7 +291,7 @@ TEST_F(ApprovalWindow, a_failed_load_is_told_and_leaves_the_window_usable)
     EXPECT_FALSE(w.MenuBar().Find(u"Report"_s)->isEnabled());
     // The event window shows the last lines of the log.
     EXPECT_GT(w.EventList()->count(), 0);
-    fxtest::Screenshot(&w, u"approval-window-no-project"_s);
+    fxtest::Screenshot(&w, "approval-window-no-project");
 }
 
 } // namespace
@@ -291,17 +313,15 @@ TEST_F(ApprovalWindow, a_read_only_project_offers_no_status_commands_and_closes_
 
     // Any dialog here would be the save dialog, which a read-only project never shows.
     bool dialogShown = false;
-    fxtest::OnNextModal(
-        [&](QWidget *dialog) {
-            dialogShown = true;
-            fxtest::Click(dialog, "cmdCancel");
-        },
-        200);
+    fxtest::ModalDriver unexpected([&](QWidget *dialog) {
+        dialogShown = true;
+        fxtest::Click(dialog, "cmdCancel");
+    });
     EXPECT_TRUE(w.close());
     EXPECT_FALSE(dialogShown);
-    ASSERT_EQ(boxes.boxes.size(), 1u);
+    ASSERT_EQ(boxes.boxes.size(), 1u) << boxes.boxes[0].text.toStdString() << " / " << boxes.boxes[1].text.toStdString();
     EXPECT_EQ(boxes.boxes[0].text, u"Do you really want to close this window?"_s);
-    EXPECT_EQ(boxes.boxes[0].flags, quint32(fx::MbYesNo | fx::MbIconQuestion | fx::MbDefButton2));
+    EXPECT_EQ(boxes.boxes[0].flags & ~quint32(fx::MbTaskModal), quint32(fx::MbYesNo | fx::MbIconQuestion | fx::MbDefButton2));
 }
 
 } // namespace

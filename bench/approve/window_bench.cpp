@@ -2,27 +2,21 @@
 // its first rows are painted, then a filter typed into the filter row, a header-click sort and
 // jumps to random places, each until the screen is painted; and the process's peak memory.
 
+#include "../support/benchsite.h"
+
 #include "approve/ui/frmfendrix.h"
 #include "frame/processstate.h"
-#include "frame/programinfo.h"
 #include "frame/settings.h"
 #include "grid/clashgridmodel.h"
 #include "grid/ui/clashgridview.h"
-#include "pds/projectdatabase.h"
 #include "pds/projectschema.h"
-#include "pdssim/sitebuild.h"
-#include "pdssim/siteconfig.h"
-#include "pdssim/sitelayout.h"
 #include "store/clashstore.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QRandomGenerator>
 #include <QScrollBar>
 #include <QTableView>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -43,37 +37,13 @@ double PeakRssMegabytes()
 }
 
 // A site in a private world, built once per size, and the window that has it open.
-struct OpenWindow
+struct OpenWindow : fxbench::BenchSite
 {
-    explicit OpenWindow(int clashes)
+    explicit OpenWindow(int clashes) : BenchSite(kProject, clashes)
     {
-        root = dir.path() + QLatin1Char('/');
-        for (const char *folder : {"temp", "config", "program"})
-            QDir(root).mkpath(QString::fromLatin1(folder));
-        QFile ini(root + QStringLiteral("program/Fendrix.ini"));
-        (void)ini.open(QIODevice::WriteOnly);
-        ini.write("[Settings]\n");
-        ini.close();
-        qputenv("TEMP", (root + QStringLiteral("temp/")).toLocal8Bit());
-        qputenv("APPDATA", (root + QStringLiteral("config/")).toLocal8Bit());
-        fx::SetProgramDirOverride(root + QStringLiteral("program/"));
-        fx::Process().TempDir = root + QStringLiteral("temp/");
-        fx::Process().WorkDir = fx::Process().TempDir;
-
-        pdssim::SiteOptions options;
-        options.root = root + QStringLiteral("site");
-        options.project = kProject;
-        options.clashes = clashes;
-        options.kind = QStringLiteral("sqlite");
-        options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
-        pdssim::BuildSite(options);
-        const pdssim::SiteLayout layout(options.root);
-        pdssim::InstallSiteConfig(layout, root + QStringLiteral("program/"));
-        const QString config = pdssim::SiteUserConfigFile(layout, kProject);
         // No prompt after the load: the automatic filter is set without asking.
         fx::SetIniValue(config, QStringLiteral("AutoFilter"), QStringLiteral("ShowFilterDialog"), QStringLiteral("0"));
-        fx::SetUserConfigFile(config);
-        fx::Process().CmdControlFile = layout.ControlFile();
+        fx::Process().CmdControlFile = controlFile;
         fx::Process().CmdProject = kProject;
     }
 
@@ -97,8 +67,6 @@ struct OpenWindow
     // Paints the grid's visible rows as the screen would.
     void Paint() { benchmark::DoNotOptimize(window->Grid()->Table()->viewport()->grab()); }
 
-    QTemporaryDir dir;
-    QString root;
     std::unique_ptr<fx::FrmFendrix> window;
 };
 

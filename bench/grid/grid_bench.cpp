@@ -3,6 +3,8 @@
 // screen each. Counters: rows in view, the model's own bytes (id list and cache) and the
 // process's peak resident memory.
 
+#include "spreadvalues.h"
+
 #include "grid/clashgridmodel.h"
 #include "pds/sqlitedb.h"
 #include "store/clashstore.h"
@@ -44,13 +46,7 @@ struct Store
         for (const char *column : kTextColumns) {
             definitions << QLatin1String(column) + QLatin1Char(' ') + QLatin1String(fx::StoreTextType);
             names << QLatin1String(column);
-            // Some columns of few values, some of many, some mostly empty.
-            const int spread = (i % 3 == 0) ? 5 : (i % 3 == 1) ? 400 : 100000;
-            values << QStringLiteral("CASE WHEN n % 11 = %1 THEN NULL ELSE '%2-' || ((n * %3) % %4) END")
-                          .arg(i % 11)
-                          .arg(QLatin1String(column))
-                          .arg(2654435761LL % (i + 97))
-                          .arg(spread);
+            values << fxbench::SpreadValues(i, column);
             ++i;
         }
         for (const char *column : {"easting", "northing", "elevation"}) {

@@ -2,6 +2,8 @@
 // SQLite kind. The open is held against `sqlite3` copying the same twelve tables into a new
 // file in the same run (counter sqlite3_ratio: our time over sqlite3's; the target is 3).
 
+#include "../support/benchsite.h"
+
 #include "frame/processstate.h"
 #include "frame/programinfo.h"
 #include "frame/settings.h"
@@ -33,36 +35,11 @@ namespace {
 
 const QString kProject = QStringLiteral("BENCH");
 
-// A site of `clashes` clashes in a private world (TEMP, configuration and program folders),
-// made once per size and kept for the run.
-struct Site
+// A site of `clashes` clashes in a private world, made once per size and kept for the run.
+struct Site : fxbench::BenchSite
 {
-    explicit Site(qint64 clashes)
+    explicit Site(qint64 clashes) : BenchSite(kProject, int(clashes))
     {
-        root = dir.path() + QLatin1Char('/');
-        for (const char *folder : {"temp", "config", "program"})
-            QDir(root).mkpath(QString::fromLatin1(folder));
-        QFile ini(root + QStringLiteral("program/Fendrix.ini"));
-        (void)ini.open(QIODevice::WriteOnly);
-        ini.write("[Settings]\n");
-        ini.close();
-        qputenv("TEMP", (root + QStringLiteral("temp/")).toLocal8Bit());
-        qputenv("APPDATA", (root + QStringLiteral("config/")).toLocal8Bit());
-        fx::SetProgramDirOverride(root + QStringLiteral("program/"));
-        fx::Process().WorkDir = root + QStringLiteral("temp/");
-
-        pdssim::SiteOptions options;
-        options.root = root + QStringLiteral("site");
-        options.project = kProject;
-        options.clashes = int(clashes);
-        options.kind = QStringLiteral("sqlite");
-        options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
-        pdssim::BuildSite(options);
-        const pdssim::SiteLayout layout(options.root);
-        pdssim::InstallSiteConfig(layout, root + QStringLiteral("program/"));
-        const QString config = pdssim::SiteUserConfigFile(layout, kProject);
-        fx::SetUserConfigFile(config);
-        controlFile = layout.ControlFile();
         schemaFile = QDir(fx::GetProjectDatabase(config, kProject).path).filePath(QStringLiteral("pd_") + kProject + QStringLiteral(".db"));
     }
 
@@ -91,9 +68,6 @@ struct Site
         return best;
     }
 
-    QTemporaryDir dir;
-    QString root;
-    QString controlFile;
     QString schemaFile;
 };
 

@@ -17,6 +17,7 @@
 #include <QApplication>
 
 #include <memory>
+#include <optional>
 
 namespace {
 // A run needs windows unless it is a batch run or no window system is there to show them.
@@ -32,6 +33,20 @@ QStringList ArgumentsOf(int argc, char **argv)
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
     return args;
+}
+
+// The exit code of a start that ends the process; nothing when the program goes on.
+std::optional<int> StartExitCode(fx::StartOutcome outcome)
+{
+    switch (outcome) {
+    case fx::StartOutcome::Usage:
+        return 0;
+    case fx::StartOutcome::Failed:
+        return 1;
+    case fx::StartOutcome::Proceed:
+        break;
+    }
+    return std::nullopt;
 }
 
 // The module's window has no place in this program yet: said, and the process ends.
@@ -74,14 +89,8 @@ int main(int argc, char **argv)
         QCoreApplication app(argc, argv);
         fx::ConsoleMessageBoxUi consoleBoxes;
         fx::SetMessageBoxUi(&consoleBoxes);
-        switch (fx::Main(args)) {
-        case fx::StartOutcome::Usage:
-            return 0;
-        case fx::StartOutcome::Failed:
-            return 1;
-        case fx::StartOutcome::Proceed:
-            break;
-        }
+        if (const auto code = StartExitCode(fx::Main(args)))
+            return *code;
         if (fx::Process().ExecutionMode == fx::ExecutionModeKind::Check)
             return ModuleWindowMissing(QStringLiteral("CHECK"));
         fx::ShowMessage(QString::fromUtf8(fx::msg::ApprovalWindowNeedsDisplay), fx::MbIconExclamation);
@@ -93,14 +102,8 @@ int main(int argc, char **argv)
     fx::QtMessageBoxUi qtBoxes;
     fx::SetMessageBoxUi(&qtBoxes);
     fx::FrmSplash splash(args.batch);
-    switch (fx::Main(args, &splash)) {
-    case fx::StartOutcome::Usage:
-        return 0;
-    case fx::StartOutcome::Failed:
-        return 1;
-    case fx::StartOutcome::Proceed:
-        break;
-    }
+    if (const auto code = StartExitCode(fx::Main(args, &splash)))
+        return *code;
     if (fx::Process().ExecutionMode == fx::ExecutionModeKind::Check) {
         splash.ForceUnload();
         return ModuleWindowMissing(QStringLiteral("CHECK"));

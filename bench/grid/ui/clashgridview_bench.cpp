@@ -4,6 +4,8 @@
 // rows in view and the process's peak resident memory.
 
 #include "frame/settings.h"
+#include "../spreadvalues.h"
+
 #include "grid/clashgridmodel.h"
 #include "grid/ui/clashgridview.h"
 #include "pds/sqlitedb.h"
@@ -66,12 +68,7 @@ struct Window
         int i = 0;
         for (const char *column : text) {
             definitions << QLatin1String(column) + QStringLiteral(" VARCHAR(255)");
-            const int spread = (i % 3 == 0) ? 5 : (i % 3 == 1) ? 400 : 100000;
-            values << QStringLiteral("CASE WHEN n % 11 = %1 THEN NULL ELSE '%2-' || ((n * %3) % %4) END")
-                          .arg(i % 11)
-                          .arg(QLatin1String(column))
-                          .arg(2654435761LL % (i + 97))
-                          .arg(spread);
+            values << fxbench::SpreadValues(i, column);
             ++i;
         }
         for (const char *column : {"easting", "northing", "elevation"}) {

@@ -85,6 +85,8 @@ inline void Click(QWidget *window, const char *name)
 /// Saves a picture of `window` as <name>.png in the screenshot folder.
 inline void Screenshot(QWidget *window, const char *name)
 {
+    // Layouts asked for by the last changes settle in the event loop: let them before the picture.
+    QApplication::processEvents();
     const QString folder = QStringLiteral(FENDRIX_SCREENSHOT_DIR);
     QDir().mkpath(folder);
     EXPECT_TRUE(window->grab().save(folder + QLatin1Char('/') + QString::fromLatin1(name) + QStringLiteral(".png")));

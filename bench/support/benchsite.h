@@ -1,0 +1,55 @@
+#pragma once
+// A pdssim site of the SQLite kind in a private world (TEMP, configuration and program
+// folders of its own), made the program's, for the benchmarks that open a project.
+
+#include "frame/processstate.h"
+#include "frame/programinfo.h"
+#include "frame/settings.h"
+#include "pdssim/sitebuild.h"
+#include "pdssim/siteconfig.h"
+#include "pdssim/sitelayout.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace fxbench {
+
+struct BenchSite
+{
+    BenchSite(const QString &project, int clashes)
+    {
+        root = dir.path() + QLatin1Char('/');
+        for (const char *folder : {"temp", "config", "program"})
+            QDir(root).mkpath(QString::fromLatin1(folder));
+        QFile ini(root + QStringLiteral("program/Fendrix.ini"));
+        (void)ini.open(QIODevice::WriteOnly);
+        ini.write("[Settings]\n");
+        ini.close();
+        qputenv("TEMP", (root + QStringLiteral("temp/")).toLocal8Bit());
+        qputenv("APPDATA", (root + QStringLiteral("config/")).toLocal8Bit());
+        fx::SetProgramDirOverride(root + QStringLiteral("program/"));
+        fx::Process().TempDir = root + QStringLiteral("temp/");
+        fx::Process().WorkDir = fx::Process().TempDir;
+
+        pdssim::SiteOptions options;
+        options.root = root + QStringLiteral("site");
+        options.project = project;
+        options.clashes = clashes;
+        options.kind = QStringLiteral("sqlite");
+        options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
+        pdssim::BuildSite(options);
+        const pdssim::SiteLayout layout(options.root);
+        pdssim::InstallSiteConfig(layout, root + QStringLiteral("program/"));
+        config = pdssim::SiteUserConfigFile(layout, project);
+        fx::SetUserConfigFile(config);
+        controlFile = layout.ControlFile();
+    }
+
+    QTemporaryDir dir;
+    QString root;        ///< with a trailing separator
+    QString controlFile;
+    QString config;      ///< the site's user config file, now the user's
+};
+
+} // namespace fxbench

@@ -5,6 +5,7 @@
 #include "../support/benchsite.h"
 
 #include "approve/ui/frmfendrix.h"
+#include "frame/configkeys.h"
 #include "frame/processstate.h"
 #include "frame/settings.h"
 #include "grid/clashgridmodel.h"
@@ -43,6 +44,7 @@ struct OpenWindow : fxbench::BenchSite
     {
         // No prompt after the load: the automatic filter is set without asking.
         fx::SetIniValue(config, QStringLiteral("AutoFilter"), QStringLiteral("ShowFilterDialog"), QStringLiteral("0"));
+        fx::SetConfigUserConfigFile(fx::ExecutionModeKind::Approve, config);
         fx::Process().CmdControlFile = controlFile;
         fx::Process().CmdProject = kProject;
     }
@@ -70,10 +72,16 @@ struct OpenWindow : fxbench::BenchSite
     std::unique_ptr<fx::FrmFendrix> window;
 };
 
-OpenWindow &WindowOf(int clashes)
+// Kept for the run; emptied before the application object goes.
+std::map<int, std::unique_ptr<OpenWindow>> &Windows()
 {
     static std::map<int, std::unique_ptr<OpenWindow>> windows;
-    auto &window = windows[clashes];
+    return windows;
+}
+
+OpenWindow &WindowOf(int clashes)
+{
+    auto &window = Windows()[clashes];
     if (!window) {
         window = std::make_unique<OpenWindow>(clashes);
         window->Open();
@@ -156,6 +164,7 @@ int main(int argc, char **argv)
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
     benchmark::RunSpecifiedBenchmarks();
+    Windows().clear();
     benchmark::Shutdown();
     return 0;
 }

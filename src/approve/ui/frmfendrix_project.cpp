@@ -178,6 +178,7 @@ void FrmFendrix::LoadSetting4INI()
         // The settings files are read anew at every lookup, so what the file holds now counts.
         LogMessage(msg::LoadingSettingsFrom, {GetUserConfigFile()});
         WaitCursor wait;
+        ControlLock lock(this);
         m_grid->ShowClashesInGrid();
     });
 }

@@ -4,6 +4,7 @@
 #include "frame/failure.h"
 #include "frame/messagebox.h"
 #include "frame/translation.h"
+#include "frame/ui/translateform.h"
 #include "frame/ui/waitcursor.h"
 #include "grid/autofilter.h"
 #include "grid/clashgridmodel.h"
@@ -94,6 +95,8 @@ ClashGridView::ClashGridView(QWidget *parent) : QWidget(parent), m_parts(std::ma
     p.groupArea = new GroupArea(this);
     p.caption = new QLabel(this);
     p.caption->setObjectName(QStringLiteral("gridCaption"));
+    // Counts and names, already in the user's language: no text to look up.
+    p.caption->setProperty(NoTranslateProperty, true);
     p.table = new QTableView(this);
     p.table->setObjectName(QStringLiteral("clashGrid"));
     p.header = new FilterHeader(p.table);

@@ -2,6 +2,7 @@
 
 #include "frame/failure.h"
 #include "frame/translation.h"
+#include "frame/ui/translateform.h"
 #include "grid/messages.h"
 
 #include <QDragEnterEvent>
@@ -21,6 +22,8 @@ GroupArea::GroupArea(QWidget *parent) : QFrame(parent), m_text(new QLabel(this))
     setAcceptDrops(true);
     setMinimumHeight(fontMetrics().height() * 2);
     m_text->setObjectName(QStringLiteral("groupAreaText"));
+    // Shown translated already; column names are no texts to translate.
+    m_text->setProperty(NoTranslateProperty, true);
     m_layout->setContentsMargins(6, 3, 6, 3);
     m_layout->addWidget(m_text);
     m_layout->addStretch(1);
@@ -41,6 +44,7 @@ void GroupArea::ShowColumns(const QStringList &columns)
     for (const QString &column : columns) {
         auto *chip = new QToolButton(this);
         chip->setObjectName(QStringLiteral("group_") + column);
+        chip->setProperty(NoTranslateProperty, true);
         chip->setText(column);
         chip->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
         chip->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);

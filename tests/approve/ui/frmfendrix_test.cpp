@@ -146,6 +146,12 @@ TEST_F(ApprovalWindow, a_reviewer_filters_sorts_groups_and_approves_the_selectio
                                       [](const QAction *a) { return a->objectName() == u"Menu_Lang_LLEnglish"_s; });
     ASSERT_NE(english, languages.end());
     EXPECT_TRUE((*english)->isChecked());
+    // Choosing it translates the window anew, but counts and names are no texts to learn.
+    w.RunMenuCommand(u"Menu_Lang_LLEnglish"_s);
+    const QByteArray learnt = fxtest::Sandbox::ReadFile(box.ProgramDir() + u"Language/Mnemonic.ini"_s);
+    EXPECT_TRUE(learnt.contains("Load clashes from &PDS..."));
+    EXPECT_TRUE(learnt.contains("Total: %0% clashes"));
+    EXPECT_FALSE(learnt.contains("Total: 120"));
     // A fresh load shows the unapproved clashes only, and says so in the caption.
     EXPECT_EQ(Grid().FilterText(u"status"_s), u"Unapproved"_s);
     EXPECT_EQ(Grid().Model()->rowCount(), Count(u"status = 'Unapproved'"_s));

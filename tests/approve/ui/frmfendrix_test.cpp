@@ -331,3 +331,35 @@ TEST_F(ApprovalWindow, a_read_only_project_offers_no_status_commands_and_closes_
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(ApprovalWindow, settings_files_are_saved_and_loaded_and_the_event_window_is_kept_hidden)
+{
+    fxtest::RecordingMessageBox boxes(fx::IdYes);
+    fx::FrmFendrix &w = Open();
+    ASSERT_TRUE(Grid().IsOpen());
+
+    // Save: the user config file as it stands, copied where the user says.
+    nextFile = box.Root() + u"mine.ini"_s;
+    w.RunMenuCommand(u"Menu_File_SaveSettings"_s);
+    EXPECT_EQ(fxtest::Sandbox::ReadFile(nextFile), fxtest::Sandbox::ReadFile(fx::GetUserConfigFile()));
+
+    // Load: the chosen file replaces the user config file and the grid is shown anew.
+    box.WriteFile(u"theirs.ini"_s, fxtest::Sandbox::ReadFile(nextFile) + "\r\n[Report]\r\nTitle=Theirs\r\n");
+    nextFile = box.Root() + u"theirs.ini"_s;
+    w.RunMenuCommand(u"Menu_File_LoadSettings"_s);
+    EXPECT_EQ(fx::GetIniValue(fx::GetUserConfigFile(), u"Report"_s, u"Title"_s), u"Theirs"_s);
+    EXPECT_TRUE(Grid().IsOpen());
+    EXPECT_TRUE(boxes.boxes.empty());
+
+    w.RunMenuCommand(u"Menu_View_EventWindow"_s);
+    EXPECT_FALSE(w.EventList()->isVisible());
+    EXPECT_FALSE(w.MenuBar().items.value(u"Menu_View_EventWindow"_s)->isChecked());
+    EXPECT_EQ(fx::GetIniValue(fx::GetConfigFile(), u"Approve"_s, u"EventWindow"_s), u"0"_s);
+    window.reset();
+    fx::FrmFendrix &again = Open();
+    EXPECT_FALSE(again.EventList()->isVisible());
+}
+
+} // namespace

@@ -3,6 +3,7 @@
 // jumps to random places, each until the screen is painted; and the process's peak memory.
 
 #include "../support/benchsite.h"
+#include "../support/peakmemory.h"
 
 #include "approve/ui/frmfendrix.h"
 #include "frame/configkeys.h"
@@ -21,21 +22,12 @@
 
 #include <benchmark/benchmark.h>
 
-#include <sys/resource.h>
-
 #include <map>
 #include <memory>
 
 namespace {
 
 const QString kProject = QStringLiteral("BENCH");
-
-double PeakRssMegabytes()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return double(usage.ru_maxrss) / 1024.0;
-}
 
 // A site in a private world, built once per size, and the window that has it open.
 struct OpenWindow : fxbench::BenchSite
@@ -96,7 +88,7 @@ void WindowOpen(benchmark::State &state)
         state.SetIterationTime(open.Open());
     }
     state.counters["rows_shown"] = open.Grid().Model() ? open.Grid().Model()->rowCount() : 0;
-    state.counters["peak_rss_MB"] = PeakRssMegabytes();
+    state.counters["peak_rss_MB"] = fxbench::PeakResidentMB();
 }
 BENCHMARK(WindowOpen)->Arg(100000)->Arg(500000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
 
@@ -115,7 +107,7 @@ void WindowFilter(benchmark::State &state)
         state.SetIterationTime(timer.nsecsElapsed() / 1e9);
         open.Grid().SetFilterText(QStringLiteral("discipline_a"), QString());
     }
-    state.counters["peak_rss_MB"] = PeakRssMegabytes();
+    state.counters["peak_rss_MB"] = fxbench::PeakResidentMB();
 }
 BENCHMARK(WindowFilter)->Arg(500000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
 
@@ -150,7 +142,7 @@ void WindowScroll(benchmark::State &state)
         open.Paint();
         state.SetIterationTime(timer.nsecsElapsed() / 1e9);
     }
-    state.counters["peak_rss_MB"] = PeakRssMegabytes();
+    state.counters["peak_rss_MB"] = fxbench::PeakResidentMB();
 }
 BENCHMARK(WindowScroll)->Arg(500000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
 

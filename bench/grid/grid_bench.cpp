@@ -5,6 +5,7 @@
 
 #include "spreadvalues.h"
 
+#include "../support/peakmemory.h"
 #include "grid/clashgridmodel.h"
 #include "pds/sqlitedb.h"
 #include "store/clashstore.h"
@@ -82,22 +83,11 @@ void ReadScreen(const fx::ClashGridModel &model, int first)
             benchmark::DoNotOptimize(model.data(model.index(row, column)));
 }
 
-double PeakResidentMB()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray &line : status.readAll().split('\n'))
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).trimmed().split(' ').value(0).toDouble() / 1024;
-    return 0;
-}
-
 void Report(benchmark::State &state, const fx::ClashGridModel &model)
 {
     state.counters["rows"] = model.rowCount();
     state.counters["model_MB"] = double(model.MemoryBytes()) / (1024 * 1024);
-    state.counters["peak_rss_MB"] = PeakResidentMB();
+    state.counters["peak_rss_MB"] = fxbench::PeakResidentMB();
 }
 
 void ClearAll(fx::ClashGridModel &model)

@@ -6,6 +6,7 @@
 #include "frame/settings.h"
 #include "../spreadvalues.h"
 
+#include "../../support/peakmemory.h"
 #include "grid/clashgridmodel.h"
 #include "grid/ui/clashgridview.h"
 #include "pds/sqlitedb.h"
@@ -113,21 +114,10 @@ Window &TheWindow()
     return window;
 }
 
-double PeakResidentMB()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray &line : status.readAll().split('\n'))
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).trimmed().split(' ').value(0).toDouble() / 1024;
-    return 0;
-}
-
 void Report(benchmark::State &state, Window &window)
 {
     state.counters["rows"] = window.view->Model()->rowCount();
-    state.counters["peak_rss_MB"] = PeakResidentMB();
+    state.counters["peak_rss_MB"] = fxbench::PeakResidentMB();
 }
 
 // A filter typed into a cell and left, alternating between two texts so that each run filters anew.

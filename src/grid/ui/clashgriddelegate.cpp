@@ -4,7 +4,9 @@
 #include "frame/messagebox.h"
 #include "grid/clashgridmodel.h"
 
+#include <QApplication>
 #include <QComboBox>
+#include <QStyle>
 #include <QTimer>
 
 namespace fx {
@@ -55,8 +57,19 @@ void ClashGridDelegate::initStyleOption(QStyleOptionViewItem *option, const QMod
 
 void ClashGridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    if (RowReadable(index))
-        QStyledItemDelegate::paint(painter, option, index);
+    if (!RowReadable(index))
+        return;
+    QStyledItemDelegate::paint(painter, option, index);
+    // An editable cell shows the button of its drop-down list at its right end.
+    if (index.flags() & Qt::ItemIsEditable) {
+        QStyleOption arrow;
+        arrow.initFrom(option.widget);
+        const int side = option.rect.height();
+        arrow.rect = QRect(option.rect.right() - side + 1, option.rect.top(), side, side).adjusted(3, 3, -3, -3);
+        arrow.palette = option.palette;
+        QStyle *style = option.widget ? option.widget->style() : QApplication::style();
+        style->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, painter, option.widget);
+    }
 }
 
 QSize ClashGridDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const

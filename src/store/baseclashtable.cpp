@@ -35,7 +35,7 @@ QString Centre(const QString &axis)
 // so that a-b and b-a fall together.
 QString Structure(const QString &a, const QString &b)
 {
-    return QStringLiteral("IIF([%1] > [%2] COLLATE NOCASE, JCAT([%1], ' - ', [%2]), JCAT([%2], ' - ', [%1]))").arg(a, b);
+    return QStringLiteral("IIF(%1 > %2 COLLATE NOCASE, JCAT(%1, ' - ', %2), JCAT(%2, ' - ', %1))").arg(a, b);
 }
 
 // One SWITCH over the pairs; SQLite takes at most 63 pairs a call, so the rest go into a nested
@@ -86,21 +86,31 @@ void CreateBaseClashTable(SqliteDb &db, const QString &project)
             "[site_id_b] VARCHAR(255), [discipline_b] VARCHAR(255), [area_b] VARCHAR(255), [model_b] VARCHAR(255), "
             "[model_status_b] VARCHAR(255), [comp_b] VARCHAR(255), [action_discipline] VARCHAR(255), "
             "[action_area_a] VARCHAR(255), [action_area_b] VARCHAR(255), [easting] DOUBLE, [northing] DOUBLE, "
-            "[elevation] DOUBLE);")
+            "[elevation] DOUBLE, [discipline_structure] VARCHAR(255), [model_structure] VARCHAR(255), "
+            "[site_id_structure] VARCHAR(255));")
                        .replace(QStringLiteral("VARCHAR(255)"), QString::fromLatin1(StoreTextType)));
         const QString select = QStringLiteral(
-            "INSERT INTO [base_clash_table] SELECT pdtable_132.unique_clash_id, pdtable_132.recent_clash_type, "
-            "IIF(if_approval_status = 2, 'Approved', 'Unapproved'), "
+            // The structure columns are worked out from the sides as the rows go in, not by an
+            // update of every row afterwards.
+            "INSERT INTO [base_clash_table] SELECT joined.*, %7, %8, %9 FROM ("
+            "SELECT pdtable_132.unique_clash_id AS clash_id, pdtable_132.recent_clash_type AS [type], "
+            "IIF(if_approval_status = 2, 'Approved', 'Unapproved') AS [status], "
             "JCAT(IIF(if_approval_status = 2 AND pdtable_135.[action] = 2, 'Approve Real', IIF(if_approval_status = 2 AND "
-            "pdtable_135.[action] = 3, 'Approve False', 'Unapprove')), ' Clash'), "
-            "pdtable_135.review_comment, "
-            "IIF(pdtable_135.review_date <> 0, %1, NULL), "
-            "IIF(pdtable_119.site_id IS NULL, 'No SiteID', pdtable_119.site_id), pdtable_111.discipline_name, "
-            "pdtable_112_2.area_name, pdtable_113.model_no, pdtable_113.model_status, %2, "
-            "IIF(pdtable_119_1.site_id IS NULL, 'No SiteID', pdtable_119_1.site_id), pdtable_111_1.discipline_name, "
-            "pdtable_112_3.area_name, pdtable_113_1.model_no, pdtable_113_1.model_status, %3, "
-            "pdtable_111_2.discipline_name, IIF(pdtable_112.area_name IS NULL, 'Project', pdtable_112.area_name), "
-            "IIF(pdtable_112_1.area_name IS NULL, 'Project', pdtable_112_1.area_name), %4, %5, %6 "
+            "pdtable_135.[action] = 3, 'Approve False', 'Unapprove')), ' Clash') AS [action], "
+            "pdtable_135.review_comment AS review_comment, "
+            "IIF(pdtable_135.review_date <> 0, %1, NULL) AS recent_review_date, "
+            "IIF(pdtable_119.site_id IS NULL, 'No SiteID', pdtable_119.site_id) AS site_id_a, "
+            "pdtable_111.discipline_name AS discipline_a, "
+            "pdtable_112_2.area_name AS area_a, pdtable_113.model_no AS model_a, pdtable_113.model_status AS model_status_a, "
+            "%2 AS comp_a, "
+            "IIF(pdtable_119_1.site_id IS NULL, 'No SiteID', pdtable_119_1.site_id) AS site_id_b, "
+            "pdtable_111_1.discipline_name AS discipline_b, "
+            "pdtable_112_3.area_name AS area_b, pdtable_113_1.model_no AS model_b, "
+            "pdtable_113_1.model_status AS model_status_b, %3 AS comp_b, "
+            "pdtable_111_2.discipline_name AS action_discipline, "
+            "IIF(pdtable_112.area_name IS NULL, 'Project', pdtable_112.area_name) AS action_area_a, "
+            "IIF(pdtable_112_1.area_name IS NULL, 'Project', pdtable_112_1.area_name) AS action_area_b, "
+            "%4 AS easting, %5 AS northing, %6 AS elevation "
             "FROM pdtable_132 "
             "LEFT JOIN [intersection] ON [intersection].unique_clash_id = pdtable_132.unique_clash_id "
             "LEFT JOIN pdtable_134 ON pdtable_132.comp_a_unique_id = pdtable_134.unique_comp_id AND "
@@ -123,10 +133,13 @@ void CreateBaseClashTable(SqliteDb &db, const QString &project)
             "pdtable_113_1.discipline_indx_no = pdtable_112_3.discipline_indx_no "
             "LEFT JOIN pdtable_119 ON pdtable_113.model_index_no = pdtable_119.model_index_no "
             "LEFT JOIN pdtable_119 AS pdtable_119_1 ON pdtable_113_1.model_index_no = pdtable_119_1.model_index_no "
-            "ORDER BY pdtable_132.unique_clash_id;");
+            "ORDER BY pdtable_132.unique_clash_id) AS joined;");
         db.Execute(select.arg(GetTimeStamp2DateSql(QStringLiteral("pdtable_135.review_date")), ComponentText(QStringLiteral("pdtable_134")),
                               ComponentText(QStringLiteral("pdtable_134_1")), Centre(QStringLiteral("x")),
-                              Centre(QStringLiteral("y")), Centre(QStringLiteral("z"))));
+                              Centre(QStringLiteral("y")), Centre(QStringLiteral("z")),
+                              Structure(QStringLiteral("joined.discipline_a"), QStringLiteral("joined.discipline_b")),
+                              Structure(QStringLiteral("joined.model_a"), QStringLiteral("joined.model_b")),
+                              Structure(QStringLiteral("joined.site_id_a"), QStringLiteral("joined.site_id_b"))));
 
         // The key holds only when every join gave a clash one row.
         if (!db.Read(QStringLiteral("SELECT clash_id FROM [base_clash_table] GROUP BY clash_id HAVING COUNT(*) > 1 OR "
@@ -138,12 +151,6 @@ void CreateBaseClashTable(SqliteDb &db, const QString &project)
 
         TranslateTypes(db);
         TranslateModelStatus(db);
-        for (const char *side : {"discipline", "model", "site_id"}) {
-            const QString column = QString::fromLatin1(side);
-            db.Execute(QStringLiteral("ALTER TABLE [base_clash_table] ADD COLUMN [%1_structure] %2;").arg(column, QString::fromLatin1(StoreTextType)));
-            db.Execute(QStringLiteral("UPDATE [base_clash_table] SET [%1_structure] = %2;")
-                           .arg(column, Structure(column + QStringLiteral("_a"), column + QStringLiteral("_b"))));
-        }
         IndexAllColumns(db, BaseClashTableName());
         const QString count = db.Read(QStringLiteral("SELECT COUNT(*) FROM [base_clash_table];")).Value(0, 0).toString();
         LogMessage(msg::BaseClashTableCreated, {count});

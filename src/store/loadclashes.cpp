@@ -74,6 +74,7 @@ void LoadFromClashFile(ClashStoreState &state)
     CheckIfMaxDBSizeIsReached(state.ClashFile, false);
     CopyFileA(state.ClashFile, state.WorkDB);
     state.ClashConnection = std::make_unique<SqliteDb>(state.WorkDB);
+    SetStoreWriteMode(*state.ClashConnection, StoreWriteMode::Building);
 }
 
 void LoadFromSchema(ClashStoreState &state)
@@ -126,6 +127,7 @@ void LoadFromSchema(ClashStoreState &state)
     CheckIfMaxDBSizeIsReached(QString(), false);
     state.ClashConnection = std::make_unique<SqliteDb>(std::move(store.Db()));
     SqliteDb &db = *state.ClashConnection;
+    SetStoreWriteMode(db, StoreWriteMode::Building);
 
     CreateStIndex(db);
     if (db.Read(QStringLiteral("SELECT COUNT(*) FROM [pdtable_132];")).Value(0, 0).toLongLong() == 0)
@@ -180,6 +182,7 @@ void InitClashes(const QString &file, const QString &project)
                 SaveDGNSettings2MDB();
             }
             InitClashTables(ClashConnection(), GetProjectName(), !fromClashFile);
+            SetStoreWriteMode(ClashConnection(), StoreWriteMode::Reviewing);
             CheckIfMaxDBSizeIsReached(QString(), false);
         } catch (...) {
             FreeClashes();

@@ -115,6 +115,16 @@ void CleanProjectTables(SqliteDb &db)
     });
 }
 
+void SetStoreWriteMode(SqliteDb &db, StoreWriteMode mode)
+{
+    Frame("SetStoreWriteMode", [&] {
+        if (mode == StoreWriteMode::Building)
+            db.Execute(QStringLiteral("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF; PRAGMA cache_size = -262144;"));
+        else
+            db.Execute(QStringLiteral("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL; PRAGMA cache_size = -65536;"));
+    });
+}
+
 WorkingDatabase::WorkingDatabase(const QString &file)
     : m_db([&] {
           return Frame("WorkingDatabase", [&] {

@@ -30,6 +30,13 @@ void CreateStIndex(SqliteDb &db);
 /// review of a clash, components without table or row number.
 void CleanProjectTables(SqliteDb &db);
 
+/// How the store's connection writes. While a project is built nothing in the store is the
+/// only copy of anything, so a crash just means building again: no journal on disk, no waiting
+/// for the disk, and a cache that holds the tables being joined and indexed. Once reviews can
+/// be made, every change is journaled and synced again.
+enum class StoreWriteMode { Building, Reviewing };
+void SetStoreWriteMode(SqliteDb &db, StoreWriteMode mode);
+
 /// A fresh working database filled from one project's schema.
 class WorkingDatabase
 {

@@ -49,26 +49,36 @@ QString SwitchOf(const QStringList &pairs)
            + SwitchOf(pairs.mid(kPairs)) + QLatin1Char(')');
 }
 
-void TranslateTypes(SqliteDb &db)
+// The type's name for the number `value` holds as text; a number without an entry reads null.
+// Without any types the number stays.
+QString TypeName(const QString &value)
 {
     const QList<ClashDefinition> types = GetClashTypes();
     if (types.isEmpty())
-        return;
+        return value;
     QStringList pairs;
     for (const ClashDefinition &type : types)
-        pairs << QStringLiteral("[type] = ") + DBQuote(QString::number(type.number)) + QStringLiteral(", ") + DBQuote(type.name);
-    // A number without an entry reads null: the clash has no type name.
-    db.Execute(QStringLiteral("UPDATE [base_clash_table] SET [type] = ") + SwitchOf(pairs) + QLatin1Char(';'));
+        pairs << value + QStringLiteral(" = ") + DBQuote(QString::number(type.number)) + QStringLiteral(", ") + DBQuote(type.name);
+    return SwitchOf(pairs);
 }
 
-void TranslateModelStatus(SqliteDb &db)
+// The model status names put in for their numbers one state after the other, as if each state
+// replaced its number in turn: a name that is a later state's number goes on to that state's
+// name. A number without a state stays.
+QString ModelStatusName(const QString &value)
 {
     const QList<ClashDefinition> states = GetModelStatus();
-    for (const char *column : {"model_status_a", "model_status_b"}) {
+    if (states.isEmpty())
+        return value;
+    QString cases;
+    for (const ClashDefinition &first : states) {
+        QString result = QString::number(first.number);
         for (const ClashDefinition &state : states)
-            db.Execute(QStringLiteral("UPDATE [base_clash_table] SET [%1] = %2 WHERE ([%1] = %3);")
-                           .arg(QString::fromLatin1(column), DBQuote(state.name), DBQuote(QString::number(state.number))));
+            if (result == QString::number(state.number))
+                result = state.name;
+        cases += QStringLiteral(" WHEN ") + DBQuote(QString::number(first.number)) + QStringLiteral(" THEN ") + DBQuote(result);
     }
+    return QStringLiteral("CASE ") + value + cases + QStringLiteral(" ELSE ") + value + QStringLiteral(" END");
 }
 
 } // namespace
@@ -90,9 +100,13 @@ void CreateBaseClashTable(SqliteDb &db, const QString &project)
             "[site_id_structure] VARCHAR(255));")
                        .replace(QStringLiteral("VARCHAR(255)"), QString::fromLatin1(StoreTextType)));
         const QString select = QStringLiteral(
-            // The structure columns are worked out from the sides as the rows go in, not by an
-            // update of every row afterwards.
-            "INSERT INTO [base_clash_table] SELECT joined.*, %7, %8, %9 FROM ("
+            // The names of types and model states, and the structure columns, are worked out as
+            // the rows go in, not by updates of every row afterwards.
+            "INSERT INTO [base_clash_table] SELECT joined.clash_id, %10, joined.status, joined.action, joined.review_comment, "
+            "joined.recent_review_date, joined.site_id_a, joined.discipline_a, joined.area_a, joined.model_a, %11, "
+            "joined.comp_a, joined.site_id_b, joined.discipline_b, joined.area_b, joined.model_b, %12, joined.comp_b, "
+            "joined.action_discipline, joined.action_area_a, joined.action_area_b, joined.easting, joined.northing, "
+            "joined.elevation, %7, %8, %9 FROM ("
             "SELECT pdtable_132.unique_clash_id AS clash_id, pdtable_132.recent_clash_type AS [type], "
             "IIF(if_approval_status = 2, 'Approved', 'Unapproved') AS [status], "
             "JCAT(IIF(if_approval_status = 2 AND pdtable_135.[action] = 2, 'Approve Real', IIF(if_approval_status = 2 AND "
@@ -139,7 +153,11 @@ void CreateBaseClashTable(SqliteDb &db, const QString &project)
                               Centre(QStringLiteral("y")), Centre(QStringLiteral("z")),
                               Structure(QStringLiteral("joined.discipline_a"), QStringLiteral("joined.discipline_b")),
                               Structure(QStringLiteral("joined.model_a"), QStringLiteral("joined.model_b")),
-                              Structure(QStringLiteral("joined.site_id_a"), QStringLiteral("joined.site_id_b"))));
+                              Structure(QStringLiteral("joined.site_id_a"), QStringLiteral("joined.site_id_b")),
+                              // One call: names put in are never read again for placeholders.
+                              TypeName(QStringLiteral("CAST(joined.[type] AS TEXT)")),
+                              ModelStatusName(QStringLiteral("CAST(joined.model_status_a AS TEXT)")),
+                              ModelStatusName(QStringLiteral("CAST(joined.model_status_b AS TEXT)"))));
 
         // The key holds only when every join gave a clash one row.
         if (!db.Read(QStringLiteral("SELECT clash_id FROM [base_clash_table] GROUP BY clash_id HAVING COUNT(*) > 1 OR "
@@ -149,8 +167,6 @@ void CreateBaseClashTable(SqliteDb &db, const QString &project)
         // Named apart from the per-column indices, which IndexAllColumns drops and builds anew.
         db.Execute(QStringLiteral("CREATE UNIQUE INDEX [pk_base_clash_table] ON [base_clash_table] ([clash_id]);"));
 
-        TranslateTypes(db);
-        TranslateModelStatus(db);
         IndexAllColumns(db, BaseClashTableName());
         const QString count = db.Read(QStringLiteral("SELECT COUNT(*) FROM [base_clash_table];")).Value(0, 0).toString();
         LogMessage(msg::BaseClashTableCreated, {count});

@@ -119,7 +119,7 @@ void SetStoreWriteMode(SqliteDb &db, StoreWriteMode mode)
 {
     Frame("SetStoreWriteMode", [&] {
         if (mode == StoreWriteMode::Building)
-            db.Execute(QStringLiteral("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF; PRAGMA cache_size = -262144;"));
+            db.Execute(QStringLiteral("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF;"));
         else
             db.Execute(QStringLiteral("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL; PRAGMA cache_size = -65536;"));
     });

@@ -36,6 +36,13 @@ struct OpenWindow : fxbench::BenchSite
     {
         // No prompt after the load: the automatic filter is set without asking.
         fx::SetIniValue(config, QStringLiteral("AutoFilter"), QStringLiteral("ShowFilterDialog"), QStringLiteral("0"));
+        MakeCurrent();
+    }
+
+    /// The site's world and its project as the one the window opens at start.
+    void MakeCurrent() const
+    {
+        BenchSite::MakeCurrent();
         fx::SetConfigUserConfigFile(fx::ExecutionModeKind::Approve, config);
         fx::Process().CmdControlFile = controlFile;
         fx::Process().CmdProject = kProject;
@@ -78,6 +85,7 @@ OpenWindow &WindowOf(int clashes)
         window = std::make_unique<OpenWindow>(clashes);
         window->Open();
     }
+    window->MakeCurrent();
     return *window;
 }
 

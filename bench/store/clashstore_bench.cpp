@@ -77,6 +77,7 @@ Site &SiteOf(qint64 clashes)
     auto &site = sites[clashes];
     if (!site)
         site = std::make_unique<Site>(clashes);
+    site->MakeCurrent();
     fx::ClearProjectCache();
     return *site;
 }

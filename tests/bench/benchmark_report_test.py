@@ -116,6 +116,7 @@ class BenchmarkReport(unittest.TestCase):
         cases = {
             "missing benchmark": lambda site: site.files["bench_store"].__delitem__(slice(12, 15)),
             "missing counter": lambda site: [row.pop("wc_s") for row in site.files["bench_pds"]],
+            "approval of another project": lambda site: site.files["bench_store"][10].update(approved=500000),
             "failed benchmark": lambda site: site.files["bench_grid_ui"][0].update(error_occurred=True, error_message="boom"),
             "missing program": lambda site: site.files.pop("bench_approve"),
             "window process killed": lambda site: setattr(site, "time", "\tMaximum resident set size (kbytes): 1\n\tExit status: 137\n"),

@@ -34,12 +34,17 @@ def BaseName(name):
     return "/".join(part for part in name.split("/") if not RUN_OPTIONS.search(part))
 
 
+def RowName(row):
+    """The benchmark a result row belongs to, whether it is one run or an aggregate."""
+    return BaseName(row.get("run_name", row["name"]))
+
+
 class Result:
     """One benchmark's median over the repetitions: time in seconds and counters."""
 
-    def __init__(self, program, row):
+    def __init__(self, program, name, row):
         self.program = program
-        self.name = BaseName(row["run_name"])
+        self.name = name
         self.seconds = row["real_time"] * TIME_UNITS[row["time_unit"]]
         self.repetitions = row.get("repetitions", 1)
         known = {"name", "run_name", "run_type", "repetitions", "repetition_index", "threads", "iterations",
@@ -76,26 +81,26 @@ class Results:
 
     def Get(self, program, name):
         """The median of `name` in `program`; a single run stands for itself (one repetition)."""
-        rows = [row for row in self.Rows(program) if BaseName(row.get("run_name", row["name"])) == name]
+        rows = [row for row in self.Rows(program) if RowName(row) == name]
         for row in rows:
             if row.get("error_occurred"):
                 raise MissingResult(f"{program} {name} failed: {row.get('error_message', '')}")
         medians = [row for row in rows if row.get("run_type") == "aggregate" and row.get("aggregate_name") == "median"]
         if len(medians) == 1:
-            return Result(program, medians[0])
+            return Result(program, name, medians[0])
         runs = [row for row in rows if row.get("run_type", "iteration") == "iteration"]
         if not medians and len(runs) == 1:
-            return Result(program, runs[0])
+            return Result(program, name, runs[0])
         raise MissingResult(f"{program} {name}: no median among {len(rows)} result rows")
 
     def All(self):
-        """Every result of every program read so far, in file order."""
+        """Every result of every program in the folder, program by program."""
         found = []
         for path in sorted(self.folder.glob("*.json")):
             program = path.stem
             names = []
             for row in self.Rows(program):
-                name = BaseName(row.get("run_name", row["name"]))
+                name = RowName(row)
                 if name not in names:
                     names.append(name)
             found += [self.Get(program, name) for name in names]

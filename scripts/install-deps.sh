@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building, running and testing Fendrix need, if missing.
+# Installs the Debian packages that building, running and testing Fendrix need, if missing;
+# packages named as arguments too.
 set -euo pipefail
 
 packages=(
@@ -9,6 +10,7 @@ packages=(
   postgresql clang libclang-rt-14-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   fonts-dejavu-core perl
+  "$@"
 )
 
 missing=()

@@ -26,11 +26,7 @@ struct BenchSite
         (void)ini.open(QIODevice::WriteOnly);
         ini.write("[Settings]\n");
         ini.close();
-        qputenv("TEMP", (root + QStringLiteral("temp/")).toLocal8Bit());
-        qputenv("APPDATA", (root + QStringLiteral("config/")).toLocal8Bit());
-        fx::SetProgramDirOverride(root + QStringLiteral("program/"));
-        fx::Process().TempDir = root + QStringLiteral("temp/");
-        fx::Process().WorkDir = fx::Process().TempDir;
+        MakeCurrent();
 
         pdssim::SiteOptions options;
         options.root = root + QStringLiteral("site");
@@ -42,8 +38,21 @@ struct BenchSite
         const pdssim::SiteLayout layout(options.root);
         pdssim::InstallSiteConfig(layout, root + QStringLiteral("program/"));
         config = pdssim::SiteUserConfigFile(layout, project);
-        fx::SetUserConfigFile(config);
         controlFile = layout.ControlFile();
+        MakeCurrent();
+    }
+
+    /// Makes this site's world the program's again: a run holds sites of several sizes, and
+    /// the settings of the one built last would otherwise point every open at its project.
+    void MakeCurrent() const
+    {
+        qputenv("TEMP", (root + QStringLiteral("temp/")).toLocal8Bit());
+        qputenv("APPDATA", (root + QStringLiteral("config/")).toLocal8Bit());
+        fx::SetProgramDirOverride(root + QStringLiteral("program/"));
+        fx::Process().TempDir = root + QStringLiteral("temp/");
+        fx::Process().WorkDir = fx::Process().TempDir;
+        if (!config.isEmpty())
+            fx::SetUserConfigFile(config);
     }
 
     QTemporaryDir dir;

@@ -1,0 +1,135 @@
+#!/usr/bin/python3
+"""The report of the benchmarks, written from hand-made results whose means differ from their medians."""
+
+import json
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
+import benchmark_report  # noqa: E402
+
+
+def Aggregates(name, median, mean, unit="ms", counters=None, options="/iterations:3"):
+    """The rows Google Benchmark writes with --benchmark_report_aggregates_only: mean, median, stddev."""
+    rows = []
+    for aggregate, value, scale in (("mean", mean, 3.0), ("median", median, 1.0), ("stddev", median / 10, 0.1)):
+        row = {"name": f"{name}{options}_{aggregate}", "run_name": name + options, "run_type": "aggregate",
+               "repetitions": 3, "aggregate_name": aggregate, "aggregate_unit": "time", "iterations": 3,
+               "real_time": value, "cpu_time": value, "time_unit": unit}
+        row.update({key: number * scale for key, number in (counters or {}).items()})
+        rows.append(row)
+    return rows
+
+
+class Site:
+    """A results folder in which every target is met on the medians and the means say otherwise where noted."""
+
+    def __init__(self):
+        self.dir = tempfile.TemporaryDirectory()
+        self.folder = Path(self.dir.name)
+        self.files = {
+            "bench_frame": Aggregates("BM_TranslateKnownText", 4.0, 7.0, unit="us", options=""),
+            "bench_pds": Aggregates("BM_RISDumpParseToTextFile", 400, 300, counters={"wc_s": 0.2, "MB_per_s": 250},
+                                    options="/iterations:20"),
+            "bench_store": Aggregates("OpenProject/10000", 200, 200) + Aggregates("OpenProject/100000", 2000, 4000, counters={"sqlite3_s": 1.0})
+            + Aggregates("OpenProject/500000", 10500, 9000) + Aggregates("ApproveAll/100000", 900, 1200, counters={"approved": 100000})
+            + Aggregates("WriteBack/100000", 11000, 9000, counters={"changed": 10000}),
+            "bench_grid_ui": [row for case in ("BM_TypedFilter/few_values", "BM_TypedFilter/many_values", "BM_TypedFilter/nothing_found",
+                                               "BM_HeaderClick/all_rows", "BM_HeaderClick/unapproved")
+                              for row in Aggregates(case, 120, 120, options="")] + Aggregates("BM_Jump", 8, 8, options=""),
+            "bench_approve": Aggregates("WindowOpen/10000", 300, 300, options="/iterations:1/manual_time")
+            + Aggregates("WindowOpen/100000", 3000, 3000, options="/iterations:1/manual_time"),
+            "bench_approve_500000": Aggregates("WindowOpen/500000", 16000, 16000, options="/iterations:1/manual_time")
+            + Aggregates("WindowFilter/500000", 250, 350, options="/iterations:5/manual_time")
+            + Aggregates("WindowSort/500000", 290, 200, options="/iterations:5/manual_time")
+            + Aggregates("WindowScroll/500000", 25, 15, options="/iterations:50/manual_time"),
+        }
+        self.time = "\tMaximum resident set size (kbytes): 819200\n\tExit status: 0\n"
+
+    def Write(self):
+        for program, rows in self.files.items():
+            (self.folder / f"{program}.json").write_text(json.dumps({"context": {}, "benchmarks": rows}))
+        (self.folder / "bench_approve_500000.time").write_text(self.time)
+
+    def Report(self):
+        """The exit status and the written report's rows of targets, by their first words."""
+        self.Write()
+        output = self.folder / "BENCHMARKS.md"
+        status = benchmark_report.main(["--results", str(self.folder), "--repetitions", "3", "--output", str(output)])
+        if status != 0:
+            return status, None
+        rows = {}
+        for line in output.read_text(encoding="utf-8").splitlines():
+            cells = [cell.strip() for cell in line.strip("|").split("|")]
+            if len(cells) == 5:
+                rows[cells[0]] = cells
+        return status, rows
+
+
+class BenchmarkReport(unittest.TestCase):
+    def NewSite(self):
+        site = Site()
+        self.addCleanup(site.dir.cleanup)
+        return site
+
+    def test_each_target_is_judged_on_the_median_and_its_reference(self):
+        site = self.NewSite()
+        status, rows = site.Report()
+        self.assertEqual(status, 0)
+        row = rows["Open a project of 100,000 clashes (import, clean, working tables, indices) from the SQLite kind"]
+        self.assertEqual(row[1:], ["2.00 s (2.00 × sqlite3)", "`sqlite3` copying the twelve tables: 1.00 s", "within 3 × sqlite3", "met"])
+        self.assertEqual(rows["Same, 500,000 clashes"][1], "10.50 s (5.25 × the 100,000 time, 1.05 of linear)")
+        self.assertEqual(rows["Same, 500,000 clashes"][4], "met")
+        self.assertTrue(rows["Grid: new filter or sort on 500,000 rows, until the first rows show"][1].startswith(
+            "290.0 ms (slowest: bench_approve_500000 WindowSort/500000)"))
+        self.assertEqual(rows["Grid: scroll to any place in 500,000 rows"][4], "**not met**")
+        self.assertEqual(rows["Approve 100,000 selected clashes (one `SetClashStatus`)"][1], "900.0 ms (100000 approved)")
+        self.assertEqual(rows["Write back 10,000 changed reviews of a 100,000-clash project (merge, without the RIS tools' own time)"][4],
+                         "**not met**")
+        dump = rows["Read a RIS dump into a table"]
+        self.assertEqual(dump[1:3], ["400.0 ms for 100 MB (0.50 × the speed of `wc -l`)", "`wc -l` on the same file: 200.0 ms"])
+        self.assertEqual(rows["Translation lookup of a known text (language file of 5,000 entries, edits still seen at once)"][1:],
+                         ["4.00 µs", "—", "under 5 µs", "met"])
+        self.assertEqual(rows["Peak memory, project of 500,000 clashes open in the approval window"][1:2], ["800 MiB"])
+
+    def test_growth_beyond_the_tolerance_and_memory_over_a_gigabyte_are_not_met(self):
+        site = self.NewSite()
+        site.files["bench_store"][7]["real_time"] = 11100  # OpenProject/500000 median: 5.55 times 100,000
+        site.time = "\tMaximum resident set size (kbytes): 976563\n\tExit status: 0\n"
+        status, rows = site.Report()
+        self.assertEqual(status, 0)
+        self.assertEqual(rows["Same, 500,000 clashes"][4], "**not met**")
+        self.assertEqual(rows["Peak memory, project of 500,000 clashes open in the approval window"][4], "**not met**")
+
+    def test_a_single_repetition_stands_for_its_median(self):
+        site = self.NewSite()
+        site.files["bench_frame"] = [{"name": "BM_TranslateKnownText", "run_name": "BM_TranslateKnownText", "run_type": "iteration",
+                                      "repetitions": 1, "iterations": 1000, "real_time": 6.5, "cpu_time": 6.5, "time_unit": "us"}]
+        status, rows = site.Report()
+        self.assertEqual(status, 0)
+        self.assertEqual(rows["Translation lookup of a known text (language file of 5,000 entries, edits still seen at once)"][1:],
+                         ["6.50 µs", "—", "under 5 µs", "**not met**"])
+
+    def test_a_missing_or_failed_result_writes_no_report(self):
+        cases = {
+            "missing benchmark": lambda site: site.files["bench_store"].__delitem__(slice(12, 15)),
+            "missing counter": lambda site: [row.pop("wc_s") for row in site.files["bench_pds"]],
+            "approval of another project": lambda site: site.files["bench_store"][10].update(approved=500000),
+            "failed benchmark": lambda site: site.files["bench_grid_ui"][0].update(error_occurred=True, error_message="boom"),
+            "missing program": lambda site: site.files.pop("bench_approve"),
+            "window process killed": lambda site: setattr(site, "time", "\tMaximum resident set size (kbytes): 1\n\tExit status: 137\n"),
+        }
+        for case, spoil in cases.items():
+            with self.subTest(case):
+                site = self.NewSite()
+                spoil(site)
+                (site.folder / "BENCHMARKS.md").write_text("earlier report")
+                status, _ = site.Report()
+                self.assertEqual(status, 1)
+                self.assertEqual((site.folder / "BENCHMARKS.md").read_text(), "earlier report")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -121,7 +121,7 @@ void SetStoreWriteMode(SqliteDb &db, StoreWriteMode mode)
         if (mode == StoreWriteMode::Building)
             db.Execute(QStringLiteral("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF;"));
         else
-            db.Execute(QStringLiteral("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL; PRAGMA cache_size = -65536;"));
+            db.Execute(QStringLiteral("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL;"));
     });
 }
 

@@ -32,9 +32,9 @@ void CleanProjectTables(SqliteDb &db);
 
 /// How the store's connection writes. While a project is built nothing in the store is the
 /// only copy of anything, so a crash just means building again: no journal on disk and no
-/// waiting for the disk. (A larger cache made the index builds of 500,000 rows slower: SQLite
-/// then sorts in memory in bigger runs.) Once reviews can be made, every change is journaled and
-/// synced again, with a cache for the grid's reads.
+/// waiting for the disk. Once reviews can be made, every change is journaled and synced again.
+/// The cache stays SQLite's own: a larger one made the index builds and the grid's sorts of
+/// 500,000 rows slower, as SQLite then sorts in memory in bigger runs.
 enum class StoreWriteMode { Building, Reviewing };
 void SetStoreWriteMode(SqliteDb &db, StoreWriteMode mode);
 

@@ -148,16 +148,18 @@ void CreateBaseClashTable(SqliteDb &db, const QString &project)
             "LEFT JOIN pdtable_119 ON pdtable_113.model_index_no = pdtable_119.model_index_no "
             "LEFT JOIN pdtable_119 AS pdtable_119_1 ON pdtable_113_1.model_index_no = pdtable_119_1.model_index_no "
             "ORDER BY pdtable_132.unique_clash_id) AS joined;");
-        db.Execute(select.arg(GetTimeStamp2DateSql(QStringLiteral("pdtable_135.review_date")), ComponentText(QStringLiteral("pdtable_134")),
-                              ComponentText(QStringLiteral("pdtable_134_1")), Centre(QStringLiteral("x")),
-                              Centre(QStringLiteral("y")), Centre(QStringLiteral("z")),
-                              Structure(QStringLiteral("joined.discipline_a"), QStringLiteral("joined.discipline_b")),
-                              Structure(QStringLiteral("joined.model_a"), QStringLiteral("joined.model_b")),
-                              Structure(QStringLiteral("joined.site_id_a"), QStringLiteral("joined.site_id_b")),
-                              // One call: names put in are never read again for placeholders.
-                              TypeName(QStringLiteral("CAST(joined.[type] AS TEXT)")),
-                              ModelStatusName(QStringLiteral("CAST(joined.model_status_a AS TEXT)")),
-                              ModelStatusName(QStringLiteral("CAST(joined.model_status_b AS TEXT)"))));
+        WithJoinCache(db, [&] {
+            db.Execute(select.arg(GetTimeStamp2DateSql(QStringLiteral("pdtable_135.review_date")), ComponentText(QStringLiteral("pdtable_134")),
+                                  ComponentText(QStringLiteral("pdtable_134_1")), Centre(QStringLiteral("x")),
+                                  Centre(QStringLiteral("y")), Centre(QStringLiteral("z")),
+                                  Structure(QStringLiteral("joined.discipline_a"), QStringLiteral("joined.discipline_b")),
+                                  Structure(QStringLiteral("joined.model_a"), QStringLiteral("joined.model_b")),
+                                  Structure(QStringLiteral("joined.site_id_a"), QStringLiteral("joined.site_id_b")),
+                                  // One call: names put in are never read again for placeholders.
+                                  TypeName(QStringLiteral("CAST(joined.[type] AS TEXT)")),
+                                  ModelStatusName(QStringLiteral("CAST(joined.model_status_a AS TEXT)")),
+                                  ModelStatusName(QStringLiteral("CAST(joined.model_status_b AS TEXT)"))));
+        });
 
         // The key holds only when every join gave a clash one row.
         if (!db.Read(QStringLiteral("SELECT clash_id FROM [base_clash_table] GROUP BY clash_id HAVING COUNT(*) > 1 OR "

@@ -140,11 +140,16 @@ void CreateLinkageTable(SqliteDb &db)
         }
         db.Execute(QStringLiteral("CREATE TABLE [linkages] ([unique_clash_id] INT, [linkage_a] VARCHAR(255), "
                                   "[linkage_b] VARCHAR(255));"));
-        db.Execute(QStringLiteral(
-            "INSERT INTO [linkages] SELECT [pdtable_132].[unique_clash_id], [pdtable_134].[linkage] AS [linkage_a], "
-            "[pdtable_134_1].[linkage] AS [linkage_b] FROM [pdtable_132] LEFT JOIN [pdtable_134] ON "
-            "[pdtable_132].[comp_a_unique_id] = [pdtable_134].[unique_comp_id] LEFT JOIN [pdtable_134] AS pdtable_134_1 ON "
-            "[pdtable_132].[comp_b_unique_id] = [pdtable_134_1].[unique_comp_id];"));
+        // The components as both joins read them, so that a lookup stays inside one index.
+        db.Execute(QStringLiteral("CREATE INDEX IF NOT EXISTS [ix_pdtable_134_lookup] ON [pdtable_134] ([unique_comp_id], "
+                                  "[model_index_no], [linkage], [primary_descript], [secondary_descript]);"));
+        WithJoinCache(db, [&] {
+            db.Execute(QStringLiteral(
+                "INSERT INTO [linkages] SELECT [pdtable_132].[unique_clash_id], [pdtable_134].[linkage] AS [linkage_a], "
+                "[pdtable_134_1].[linkage] AS [linkage_b] FROM [pdtable_132] LEFT JOIN [pdtable_134] ON "
+                "[pdtable_132].[comp_a_unique_id] = [pdtable_134].[unique_comp_id] LEFT JOIN [pdtable_134] AS pdtable_134_1 ON "
+                "[pdtable_132].[comp_b_unique_id] = [pdtable_134_1].[unique_comp_id];"));
+        });
         LogMessage(msg::LinkagesTableCreated, {});
     });
 }

@@ -8,6 +8,7 @@
 #include "store/messages.h"
 
 #include <QFile>
+#include <QThread>
 
 namespace fx {
 
@@ -118,10 +119,28 @@ void CleanProjectTables(SqliteDb &db)
 void SetStoreWriteMode(SqliteDb &db, StoreWriteMode mode)
 {
     Frame("SetStoreWriteMode", [&] {
+        // A helper thread of the sorter's per core: index builds and the grid's sorts go faster.
+        db.Execute(QStringLiteral("PRAGMA threads = %1;").arg(std::max(1, QThread::idealThreadCount() - 1)));
         if (mode == StoreWriteMode::Building)
             db.Execute(QStringLiteral("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF;"));
         else
             db.Execute(QStringLiteral("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL;"));
+    });
+}
+
+void WithJoinCache(SqliteDb &db, const std::function<void()> &work)
+{
+    Frame("WithJoinCache", [&] {
+        const QString own = db.Read(QStringLiteral("PRAGMA cache_size;")).Value(0, 0).toString();
+        // 64 MiB: the components and their index at 500,000 clashes, far less than a view's rows.
+        db.Execute(QStringLiteral("PRAGMA cache_size = -65536;"));
+        try {
+            work();
+        } catch (...) {
+            db.Execute(QStringLiteral("PRAGMA cache_size = ") + own + QLatin1Char(';'));
+            throw;
+        }
+        db.Execute(QStringLiteral("PRAGMA cache_size = ") + own + QLatin1Char(';'));
     });
 }
 

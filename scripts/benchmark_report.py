@@ -186,9 +186,11 @@ def TargetRows(results):
     dump = results.Get("bench_pds", "BM_RISDumpParseToTextFile")
     wc = dump.Counter("wc_s")
     speed = wc / dump.seconds
+    cp = dump.Counter("cp_s")
     rows.append(Row("Read a RIS dump into a table",
                     f"{Time(dump.seconds)} for {dump.Counter('MB_per_s') * dump.seconds:.0f} MB ({speed:.2f} × the speed of `wc -l`)",
-                    f"`wc -l` on the same file: {Time(wc)}", "at least 0.25 × the speed of `wc -l`", speed >= 0.25))
+                    f"`wc -l` on the same file: {Time(wc)}; `cp` of it into a new file: {Time(cp)}",
+                    "at least 0.25 × the speed of `wc -l`", speed >= 0.25))
 
     lookup = results.Get("bench_frame", "BM_TranslateKnownText")
     rows.append(Row("Translation lookup of a known text (language file of 5,000 entries, edits still seen at once)",
@@ -244,8 +246,8 @@ def OpenLines(results):
     return small, large, lines
 
 
-def Reasons(rows, small, large):
-    """For each open target not met: the reason, from the figures of this run, and what would meet it."""
+def Reasons(results, rows, small, large):
+    """For each target with a known cause that is not met: the reason, from the figures of this run, and what would meet it."""
     size = large.size / small.size
     out = []
     if not rows[0]["met"]:
@@ -270,6 +272,17 @@ def Reasons(rows, small, large):
             "What would meet it: indices built on first use, as above, and the component lookups made in the order of the "
             "component ids (the clashes' ids sorted first, the joined rows put back in clash order after), which trades the "
             "random reads for two sorts.")
+    if not rows[6]["met"]:
+        dump = results.Get("bench_pds", "BM_RISDumpParseToTextFile")
+        wc, cp = dump.Counter("wc_s"), dump.Counter("cp_s")
+        out.append(
+            f"- **RIS dump read at a quarter of `wc -l`'s speed.** The read writes the table's rows as a text file "
+            f"({dump.Counter('text_MB'):.0f} MB here) that the import reads next. Only reading the dump and writing its bytes "
+            f"to a new file, as `cp` does, takes {Time(cp)} in the same run: {wc / cp:.2f} × `wc -l`'s speed, the most any "
+            f"read that writes such a file can reach on this machine. Ours takes {Time(dump.seconds)}, {dump.seconds / cp:.2f} × "
+            "`cp`'s time, and its speed moves with the page cache's cost of new file pages from run to run. What would meet "
+            "it with room: the rows handed to the table in memory rather than through the text file, or the work folder on a "
+            "memory file system.")
     return out
 
 
@@ -299,7 +312,7 @@ def Report(results, repetitions, now):
     rows = TargetRows(results)
     growth = GrowthLines(results)
     small, large, parts = OpenLines(results)
-    reasons = Reasons(rows, small, large)
+    reasons = Reasons(results, rows, small, large)
     every = results.All()
     cores, cpu, memory = Machine()
     load = (results.folder / "loadavg").read_text().split()[:3] if (results.folder / "loadavg").exists() else None
@@ -340,7 +353,8 @@ def Report(results, repetitions, now):
             "500,000-clash site, opens it in the approval window, and filters, sorts and scrolls there; the site build is "
             "part of that figure.",
             "- The open of the store (`OpenProject`) is compared with `sqlite3` copying the same twelve tables into a new "
-            "file (best of three), the dump read with `wc -l` on the same file, both from the page cache.", ""]
+            "file (best of three), the dump read with `wc -l` on the same file and with `cp` of it into a new file (the best "
+            "of the runs), all from the page cache.", ""]
     return "\n".join(out)
 
 

@@ -119,7 +119,8 @@ void CleanProjectTables(SqliteDb &db)
 void SetStoreWriteMode(SqliteDb &db, StoreWriteMode mode)
 {
     Frame("SetStoreWriteMode", [&] {
-        // A helper thread of the sorter's per core: index builds and the grid's sorts go faster.
+        // Helper threads of the sorter, one per further core, sort the runs of a large index build
+        // side by side.
         db.Execute(QStringLiteral("PRAGMA threads = %1;").arg(std::max(1, QThread::idealThreadCount() - 1)));
         if (mode == StoreWriteMode::Building)
             db.Execute(QStringLiteral("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF;"));

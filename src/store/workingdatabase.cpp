@@ -116,12 +116,17 @@ void CleanProjectTables(SqliteDb &db)
     });
 }
 
+int SorterThreads()
+{
+    return std::max(1, QThread::idealThreadCount() - 1);
+}
+
 void SetStoreWriteMode(SqliteDb &db, StoreWriteMode mode)
 {
     Frame("SetStoreWriteMode", [&] {
         // Helper threads of the sorter, one per further core, sort the runs of a large index build
         // side by side.
-        db.Execute(QStringLiteral("PRAGMA threads = %1;").arg(std::max(1, QThread::idealThreadCount() - 1)));
+        db.Execute(QStringLiteral("PRAGMA threads = %1;").arg(SorterThreads()));
         if (mode == StoreWriteMode::Building)
             db.Execute(QStringLiteral("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF;"));
         else

@@ -40,6 +40,9 @@ void CleanProjectTables(SqliteDb &db);
 enum class StoreWriteMode { Building, Reviewing };
 void SetStoreWriteMode(SqliteDb &db, StoreWriteMode mode);
 
+/// The helper threads SetStoreWriteMode gives SQLite's sorter: one per core beyond the caller's.
+int SorterThreads();
+
 /// Runs `work` with a page cache that holds the tables a join looks rows up in at random (the
 /// components of every clash). With SQLite's own cache those lookups read from the file again
 /// and again, more so the larger the project. The own cache is put back for the sorts after.

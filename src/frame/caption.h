@@ -16,10 +16,11 @@ struct CaptionState
     bool offline = false;
     bool readOnly = false;
     QString clashFile;          ///< the open clash file, empty if none
-    bool withProjectName = false; ///< the caller asks for " - <project>"
+    bool withProjectName = false; ///< the caller asks for " - <project>" (only with a project open)
 };
 
-/// "Norvane Fendrix" with the pieces that the state calls for, in their fixed order.
+/// "Norvane Fendrix" with the pieces that the state calls for, in their fixed order; the fixed
+/// words translated, the clash file and the project name appended as they are.
 QString ComposeWindowCaption(const CaptionState &state);
 
 } // namespace fx

@@ -25,6 +25,7 @@ inline constexpr char ProjectLogged[] = "PDS-Project: '%0%'";
 inline constexpr char UserConfigLogged[] = "User config file: '%0%'";
 inline constexpr char ListFileLogged[] = "List file: '%0%'";
 inline constexpr char LogFileLocation[] = "Log-file location: '%0%'";
+inline constexpr char LogFileNotWritten[] = "Log-file '%0%' could not be written";
 inline constexpr char ModuleWindowMissing[] = "The window of execution mode '%0%' is not part of this build yet";
 
 // Usage text
@@ -36,6 +37,7 @@ inline constexpr char UsageProject[] = "PDS-Project name.%0%If project name is n
 inline constexpr char UsageConfig[] = "Config file.%0%If not defined, last%1%config file will be used.";
 inline constexpr char UsageListFile[] = "Plain ASCII file with model names%0%(separated by line breaks).%1%Applicable only for envelope generation.";
 inline constexpr char UsageBatch[] = "If defined Envelope Builder and%0%Interference Checker will be run in batch mode";
+inline constexpr char UsageLongForm[] = "The same options in the long form, one argument each (for paths that hold \"/\"):";
 inline constexpr char UsageExample[] = "Example:";
 
 // Modules and the window caption

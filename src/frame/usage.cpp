@@ -45,10 +45,16 @@ QStringList BuildUsageScript(const QString &title, const QString &commandLine, b
     };
     for (const QString &block : blocks)
         lines << block.split(QStringLiteral("\r\n")) << kEmpty;
+    // The "/" form tears a POSIX path apart; the long form carries one value an argument.
+    lines << kEcho + TranslateText(QString::fromLatin1(msg::UsageLongForm))
+          << kEcho + QStringLiteral("  --mode mode  --cmd control_file.cmd  --project project_name")
+          << kEcho + QStringLiteral("  --config config_file.ini  --listfile list_file.txt  --batch  --help") << kEmpty;
 
     lines << kEcho + TranslateText(QString::fromLatin1(msg::UsageExample)) << kEmpty
           << kEcho + exeName +
                  QStringLiteral(" /Mode CHECK /CMD control_file.cmd /Project project_name /Config config_file.ini /batch")
+          << kEcho + exeName +
+                 QStringLiteral(" --mode CHECK --cmd /pds/control_file.cmd --project project_name --config /home/me/config_file.ini --batch")
           << kEmpty << kEmpty << QStringLiteral("@pause");
     return lines;
 }

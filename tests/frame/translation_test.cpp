@@ -1,3 +1,4 @@
+#include "frame/caption.h"
 #include "frame/failure.h"
 #include "frame/settings.h"
 #include "frame/translation.h"
@@ -131,4 +132,43 @@ TEST_F(LanguageFiles, without_a_settled_language_nothing_is_looked_up)
 {
     EXPECT_EQ(TranslateText(QStringLiteral("Hello %0%|||you")), QStringLiteral("Hello you"));
     EXPECT_FALSE(QFileInfo::exists(Mnemonic()));
+}
+
+TEST_F(LanguageFiles, a_window_caption_adds_its_pieces_in_order_and_translates_only_the_fixed_words)
+{
+    CaptionState state;
+    state.withProjectName = true;
+    // No project: no " - " part, and offline or read-only tell nothing.
+    state.offline = true;
+    state.readOnly = true;
+    EXPECT_EQ(ComposeWindowCaption(state), QStringLiteral("Norvane Fendrix [Approval Module]"));
+
+    state.batchMode = true;
+    state.kind = MainWindowKind::Check;
+    EXPECT_EQ(ComposeWindowCaption(state), QStringLiteral("Norvane Fendrix batch mode [Envelope Builder and Interference Checker Module]"));
+
+    sandbox.WriteFile(QStringLiteral("program/Language/Deutsch.ini"), "[Language]\nFont=Arial\n");
+    SetLanguage(QStringLiteral("Deutsch"));
+    state = CaptionState{};
+    state.offline = true;
+    state.readOnly = true;
+    state.projectName = QStringLiteral("P1");
+    state.clashFile = QStringLiteral("  /data/p1.fxdb ");
+    state.withProjectName = true;
+    const QString fixed = QStringLiteral("Norvane Fendrix [Approval Module] [Offline] [Read only]");
+    EXPECT_EQ(ComposeWindowCaption(state), fixed + QStringLiteral(" [/data/p1.fxdb] - P1"));
+    SetIniValue(LanguageFile("Deutsch"), QStringLiteral("General"), DigestStrToHexStr(fixed),
+                QStringLiteral("Norvane Fendrix [Freigabemodul] [Offline] [Nur lesen]"));
+    state.projectName = QStringLiteral("P2");
+    state.clashFile.clear();
+    EXPECT_EQ(ComposeWindowCaption(state), QStringLiteral("Norvane Fendrix [Freigabemodul] [Offline] [Nur lesen] - P2"));
+
+    // Neither the path nor a project name became a text of the language files.
+    QStringList names, values;
+    GetIniSection2Array(Mnemonic(), QStringLiteral("General"), names, values, false);
+    for (const QString &text : values) {
+        EXPECT_FALSE(text.contains(QStringLiteral("P1")) || text.contains(QStringLiteral("P2")) ||
+                     text.contains(QStringLiteral("p1.fxdb"))) << qPrintable(text);
+    }
+    EXPECT_TRUE(values.contains(fixed));
 }

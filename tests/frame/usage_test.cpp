@@ -1,4 +1,3 @@
-#include "frame/caption.h"
 #include "frame/usage.h"
 
 #include <gtest/gtest.h>
@@ -41,9 +40,14 @@ TEST(Usage, lists_every_option_aligned_with_its_continuation_lines)
         QStringLiteral("/batch                   - If defined Envelope Builder and"),
         indent + QStringLiteral("Interference Checker will be run in batch mode"),
         QString(),
+        QStringLiteral("The same options in the long form, one argument each (for paths that hold \"/\"):"),
+        QStringLiteral("  --mode mode  --cmd control_file.cmd  --project project_name"),
+        QStringLiteral("  --config config_file.ini  --listfile list_file.txt  --batch  --help"),
+        QString(),
         QStringLiteral("Example:"),
         QString(),
         QStringLiteral("fendrix /Mode CHECK /CMD control_file.cmd /Project project_name /Config config_file.ini /batch"),
+        QStringLiteral("fendrix --mode CHECK --cmd /pds/control_file.cmd --project project_name --config /home/me/config_file.ini --batch"),
         QString(),
         QString(),
     };
@@ -55,25 +59,4 @@ TEST(Usage, quotes_an_incorrect_command_line)
     const QStringList lines = RenderEchoScript(BuildUsageScript(QStringLiteral("T"), QStringLiteral("foo"), true, QStringLiteral("fendrix")));
     ASSERT_GT(lines.size(), 7);
     EXPECT_EQ(lines.mid(4, 3), (QStringList{QString(), QStringLiteral("Incorrect command line arguments: 'foo'"), QString()}));
-}
-
-TEST(WindowCaption, adds_its_pieces_in_order_under_their_conditions)
-{
-    CaptionState state;
-    EXPECT_EQ(ComposeWindowCaption(state), QStringLiteral("Norvane Fendrix [Approval Module]"));
-
-    state.batchMode = true;
-    state.kind = MainWindowKind::Check;
-    EXPECT_EQ(ComposeWindowCaption(state), QStringLiteral("Norvane Fendrix batch mode [Envelope Builder and Interference Checker Module]"));
-
-    // Offline and read-only tell nothing while no project is open.
-    state = CaptionState{};
-    state.offline = true;
-    state.readOnly = true;
-    EXPECT_EQ(ComposeWindowCaption(state), QStringLiteral("Norvane Fendrix [Approval Module]"));
-
-    state.projectName = QStringLiteral("P1");
-    state.clashFile = QStringLiteral("  /data/p1.fxdb ");
-    state.withProjectName = true;
-    EXPECT_EQ(ComposeWindowCaption(state), QStringLiteral("Norvane Fendrix [Approval Module] [Offline] [Read only] [/data/p1.fxdb] - P1"));
 }

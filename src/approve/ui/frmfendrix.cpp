@@ -101,7 +101,7 @@ void FrmFendrix::SetTitle()
     state.readOnly = IsReadOnly();
     state.clashFile = GetClashFile();
     state.withProjectName = true;
-    setWindowTitle(TranslateText(ComposeWindowCaption(state)));
+    setWindowTitle(ComposeWindowCaption(state));
 }
 
 void FrmFendrix::SetEventWindowVisible(bool visible)

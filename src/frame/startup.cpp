@@ -122,7 +122,21 @@ void StoreArguments(const CommandLineArgs &args)
 
 QString FallbackLogFile()
 {
-    return QDir::toNativeSeparators(QDir::tempPath()) + QDir::separator() + QStringLiteral("Fendrix.log");
+    // Not QDir::tempPath(): TEMP or TMPDIR may be what is wrong, and the fallback must not
+    // follow them into a missing folder or the root.
+#ifdef Q_OS_WIN
+    return QStringLiteral("C:\\Fendrix.log");
+#else
+    return QStringLiteral("/tmp/Fendrix.log");
+#endif
+}
+
+QString LogLocationText()
+{
+    const QString log = GetLogFile();
+    if (QFileInfo(log).isFile())
+        return ArgForm(msg::LogFileLocation, {log});
+    return ArgForm(msg::LogFileNotWritten, {log});
 }
 
 void RunStartupChecks()
@@ -168,7 +182,7 @@ StartOutcome Main(const CommandLineArgs &args, IStartupSplash *splash)
         if (failure.Number() == 2)
             return StartOutcome::Usage;
         ShowMessage(failure, MbIconCritical);
-        ShowMessage(ArgForm(msg::LogFileLocation, {GetLogFile()}), MbIconExclamation);
+        ShowMessage(LogLocationText(), MbIconExclamation);
         return StartOutcome::Failed;
     }
 }

@@ -18,8 +18,12 @@ public:
     virtual void ForceUnload() = 0;
 };
 
-/// Where the log goes when TEMP can't hold it: Fendrix.log in the system's root temporary folder.
+/// Where the log goes when TEMP can't hold it: Fendrix.log in the system's root temporary folder,
+/// whatever TMPDIR names.
 QString FallbackLogFile();
+
+/// The text that follows a failed start: the log's place, or that the log could not be written.
+QString LogLocationText();
 
 /// How the start ended.
 enum class StartOutcome {

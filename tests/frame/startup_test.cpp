@@ -3,9 +3,11 @@
 #include "frame/processstate.h"
 #include "frame/settings.h"
 #include "frame/startup.h"
+#include "frame/translation.h"
 #include "support/recordingmessagebox.h"
 #include "support/sandbox.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -105,16 +107,23 @@ TEST_F(Startup, an_unknown_mode_fails_with_the_value_as_given)
     EXPECT_EQ(ui.boxes[1].flags & 0xF0, 48u); // the log's place: exclamation
 }
 
-TEST_F(Startup, a_missing_temp_directory_logs_to_the_fallback_file)
+TEST_F(Startup, a_missing_temp_directory_logs_to_the_root_temporary_folder_and_a_log_not_written_is_told)
 {
-    sandbox.Env().Set("TMPDIR", sandbox.Root());
+    // TMPDIR names a missing folder too: the fallback must not follow it (nor land in "/").
+    sandbox.Env().Set("TMPDIR", sandbox.Root() + QStringLiteral("also-gone"));
     sandbox.Env().Set("TEMP", sandbox.Root() + QStringLiteral("gone"));
     EXPECT_EQ(Run(QString()), StartOutcome::Failed);
-    EXPECT_EQ(GetLogFile(), sandbox.Root() + QStringLiteral("Fendrix.log"));
+    EXPECT_EQ(GetLogFile(), QStringLiteral("/tmp/Fendrix.log"));
     ASSERT_EQ(ui.boxes.size(), 2u);
     EXPECT_EQ(ui.boxes[0].text, QStringLiteral("TEMP directory: '") + sandbox.Root() + QStringLiteral("gone' not existing. Please first set operating system environment variable TEMP to correct folder"));
-    EXPECT_EQ(ui.boxes[1].text, QStringLiteral("Log-file location: '") + sandbox.Root() + QStringLiteral("Fendrix.log'"));
-    EXPECT_TRUE(LogText().contains(QStringLiteral("not existing. Please first set")));
+    EXPECT_EQ(ui.boxes[1].text, QStringLiteral("Log-file location: '/tmp/Fendrix.log'"));
+    EXPECT_TRUE(LogText().contains(QStringLiteral("gone' not existing. Please first set")));
+
+    // A log that could not be written is not named as the place to look.
+    const QString blocked = sandbox.Root() + QStringLiteral("blocked.log");
+    ASSERT_TRUE(QDir().mkpath(blocked));
+    InitLog(QStringLiteral("T"), QString(), blocked);
+    EXPECT_EQ(FillMessageArgs(LogLocationText()), QStringLiteral("Log-file '") + blocked + QStringLiteral("' could not be written"));
 }
 
 TEST_F(Startup, fails_without_fendrix_ini_beside_the_program)

@@ -32,6 +32,12 @@ const ConfigKey &UserConfigFileKey(ExecutionModeKind mode)
 {
     return mode == ExecutionModeKind::Approve ? configkey::ApproveUserConfigFile : configkey::CheckUserConfigFile;
 }
+
+const ConfigKey &OldUserConfigFileKey(ExecutionModeKind mode)
+{
+    return mode == ExecutionModeKind::Approve ? configkey::ApproveUserConfigFileOld
+                                              : configkey::CheckUserConfigFileOld;
+}
 } // namespace
 
 QString ConfigLanguage()
@@ -56,12 +62,15 @@ void SetConfigAutoLoad(bool on)
 
 QString ConfigUserConfigFile(ExecutionModeKind mode)
 {
-    return Read(UserConfigFileKey(mode));
+    const QString value = Read(UserConfigFileKey(mode));
+    return value.isEmpty() ? Read(OldUserConfigFileKey(mode)) : value;
 }
 
 void SetConfigUserConfigFile(ExecutionModeKind mode, const QString &path)
 {
     Write(UserConfigFileKey(mode), path);
+    const ConfigKey &old = OldUserConfigFileKey(mode);
+    SetIniValue(GetConfigFile(), QString::fromUtf8(old.section), QString::fromUtf8(old.key), std::nullopt);
 }
 
 QString ConfigControlFile()

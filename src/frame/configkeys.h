@@ -26,9 +26,13 @@ void WriteConfigKey(const QString &file, const ConfigKey &key, const QString &va
 namespace configkey {
 inline constexpr ConfigKey Language{"Language", "Language", "English"};
 inline constexpr ConfigKey AutoLoad{"Settings", "AutoLoad", "0"};
-// The user config file last used, by execution mode: the section is the mode's name.
-inline constexpr ConfigKey ApproveUserConfigFile{"Approve", "UserConfigFile", ""};
-inline constexpr ConfigKey CheckUserConfigFile{"Check", "UserConfigFile", ""};
+// The user config file last used, by execution mode: one key a mode in one section.
+inline constexpr ConfigKey ApproveUserConfigFile{"UserConfigFile", "Approve", ""};
+inline constexpr ConfigKey CheckUserConfigFile{"UserConfigFile", "Check", ""};
+// The same as older settings files hold it: a section a mode. Read when the above is missing,
+// and removed when the above is written, so an old value never comes back.
+inline constexpr ConfigKey ApproveUserConfigFileOld{"Approve", "UserConfigFile", ""};
+inline constexpr ConfigKey CheckUserConfigFileOld{"Check", "UserConfigFile", ""};
 /// In the section named after the application's title.
 inline constexpr char ControlFile[] = "ControlFile";
 /// In the section named after the control file's path.
@@ -45,7 +49,8 @@ void SetConfigLanguage(const QString &language);
 bool ConfigAutoLoad();
 void SetConfigAutoLoad(bool on);
 
-/// The user config file last used in an execution mode (Approve, or Check for any other).
+/// The user config file last used in an execution mode (Approve, or Check for any other);
+/// settings files of the section-a-mode form read the same.
 QString ConfigUserConfigFile(ExecutionModeKind mode);
 void SetConfigUserConfigFile(ExecutionModeKind mode, const QString &path);
 

@@ -99,10 +99,28 @@ TEST(ConfigKeys, values_land_where_the_windows_program_looks_and_auto_load_is_on
     SetConfigControlFile(u"d:\\pds\\pds.cmd"_s);
     SetConfigProject(u"d:\\pds\\pds.cmd"_s, u"PROJ1"_s);
     EXPECT_EQ(fxtest::Sandbox::ReadFile(GetConfigFile()),
-              QByteArray("[Language]\nLanguage=German\n[Settings]\nAutoLoad=1\n[Approve]\nUserConfigFile=/a.ini\n"
-                         "[Check]\nUserConfigFile=/c.ini\n[Fendrix]\nControlFile=d:\\pds\\pds.cmd\n[d:\\pds\\pds.cmd]\nProject=PROJ1\n"));
+              QByteArray("[Language]\nLanguage=German\n[Settings]\nAutoLoad=1\n[UserConfigFile]\nApprove=/a.ini\n"
+                         "Check=/c.ini\n[Fendrix]\nControlFile=d:\\pds\\pds.cmd\n[d:\\pds\\pds.cmd]\nProject=PROJ1\n"));
     SetIniValue(GetConfigFile(), u"Settings"_s, u"AutoLoad"_s, u"yes"_s);
     EXPECT_TRUE(ConfigAutoLoad());
+}
+
+TEST(ConfigKeys, a_user_config_file_kept_in_the_older_section_a_mode_form_reads_until_a_new_one_is_written)
+{
+    fxtest::Sandbox box;
+    SetIniValue(GetConfigFile(), u"Approve"_s, u"UserConfigFile"_s, u"/old-a.ini"_s);
+    SetIniValue(GetConfigFile(), u"Approve"_s, u"EventWindow"_s, u"0"_s);
+    SetIniValue(GetConfigFile(), u"Check"_s, u"UserConfigFile"_s, u"/old-c.ini"_s);
+    EXPECT_EQ(ConfigUserConfigFile(ExecutionModeKind::Approve), u"/old-a.ini"_s);
+    EXPECT_EQ(ConfigUserConfigFile(ExecutionModeKind::Check), u"/old-c.ini"_s);
+
+    SetConfigUserConfigFile(ExecutionModeKind::Approve, u"/new.ini"_s);
+    EXPECT_EQ(ConfigUserConfigFile(ExecutionModeKind::Approve), u"/new.ini"_s);
+    // Emptied, the old value does not come back; the other mode and the section's other keys stay.
+    SetConfigUserConfigFile(ExecutionModeKind::Approve, QString());
+    EXPECT_EQ(ConfigUserConfigFile(ExecutionModeKind::Approve), QString());
+    EXPECT_EQ(ConfigUserConfigFile(ExecutionModeKind::Check), u"/old-c.ini"_s);
+    EXPECT_EQ(GetIniValue(GetConfigFile(), u"Approve"_s, u"EventWindow"_s), u"0"_s);
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 #include "frame/processend.h"
 #include "frame/processstate.h"
 #include "frame/startup.h"
+#include "frame/ui/frmend.h"
 #include "frame/ui/qtmessagebox.h"
 
 #include <QApplication>
@@ -57,16 +58,22 @@ int ModuleWindowMissing(const QString &mode)
     return 1;
 }
 
-// The approval window until it unloads; the process ends with it.
+// The approval window until it unloads; then frmEnd takes the process down.
 int RunApprovalModule(QApplication &app, fx::FrmSplash &splash)
 {
     std::unique_ptr<fx::FrmFendrix> window;
+    // frmEnd ends the process, after the last window has gone.
+    app.setQuitOnLastWindowClosed(false);
+    fx::FrmEnd end([&app] { app.quit(); });
     bool switchToCheck = false;
     splash.Start([&] {
         window = std::make_unique<fx::FrmFendrix>();
         QObject::connect(window.get(), &fx::FrmFendrix::Unloaded, &app, [&](bool toCheck) {
             switchToCheck = toCheck;
-            app.quit();
+            if (toCheck)
+                app.quit();
+            else
+                end.Touch();
         });
         window->show();
     });
@@ -74,7 +81,6 @@ int RunApprovalModule(QApplication &app, fx::FrmSplash &splash)
     window.reset();
     if (switchToCheck)
         return ModuleWindowMissing(QStringLiteral("CHECK"));
-    fx::EndProcess();
     return code;
 }
 } // namespace

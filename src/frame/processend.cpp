@@ -41,12 +41,16 @@ void SetBusyListener(std::function<void(bool busy)> listener)
     BusyListener() = std::move(listener);
 }
 
-void EndProcess()
+void TerminateSelf()
 {
-    if (!IsBusy())
-        return;
     std::fflush(nullptr);
     ::_exit(0);
+}
+
+void EndProcess()
+{
+    if (IsBusy())
+        TerminateSelf();
 }
 
 } // namespace fx

@@ -21,6 +21,9 @@ bool IsBusy();
 /// Lets the windows follow the busy state (hourglass on and off).
 void SetBusyListener(std::function<void(bool busy)> listener);
 
+/// Ends the process at once, work in hand or not.
+[[noreturn]] void TerminateSelf();
+
 /// Ends the process. With work in hand it ends at once, since that work can't be stopped in
 /// any gentler way; otherwise it returns and the caller leaves its event loop.
 void EndProcess();

@@ -21,28 +21,6 @@ QString Bracket(const QString &name)
     return QLatin1Char('[') + name + QLatin1Char(']');
 }
 
-bool IsDisciplineColumn(const QString &name)
-{
-    return name.contains(QLatin1String("discipline"), Qt::CaseInsensitive);
-}
-
-bool IsStructureColumn(const QString &name)
-{
-    return name.endsWith(QLatin1String("_structure"), Qt::CaseInsensitive);
-}
-
-// Text colours of the disciplines, as Windows RGB numbers.
-std::optional<quint32> DisciplineColour(const QString &value)
-{
-    if (value == QLatin1String("Piping"))
-        return 49152;
-    if (value == QLatin1String("Equipment"))
-        return 16711680;
-    if (value == QLatin1String("Structural"))
-        return 255;
-    return std::nullopt;
-}
-
 } // namespace
 
 ClashGridModel::ClashGridModel(QObject *parent) : QAbstractTableModel(parent)
@@ -199,19 +177,8 @@ QVariant ClashGridModel::data(const QModelIndex &index, int role) const
         if (!IsStructureColumn(name) && IsDisciplineColumn(name))
             return QVariant::fromValue(int(Qt::AlignCenter));
         return QVariant::fromValue(int(Qt::AlignLeft | Qt::AlignVCenter));
-    case CellStyleRole: {
-        CellStyle style;
-        style.bold = IsStructureColumn(name);
-        if (IsDisciplineColumn(name)) {
-            const auto colour = DisciplineColour(data(index, Qt::DisplayRole).toString());
-            if (colour) {
-                style.coloured = true;
-                style.rgb = *colour;
-                style.bold = true;
-            }
-        }
-        return QVariant::fromValue(style);
-    }
+    case CellStyleRole:
+        return QVariant::fromValue(CellStyleOf(name, data(index, Qt::DisplayRole).toString()));
     default:
         return {};
     }

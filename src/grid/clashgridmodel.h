@@ -4,6 +4,7 @@
 // so that it stays quick and small at half a million rows. Headless: the ui layer turns
 // CellStyle into colours and fonts, since the core links Qt Core only.
 
+#include "grid/cellstyle.h"
 #include "grid/gridfilter.h"
 
 #include <QAbstractTableModel>
@@ -16,14 +17,6 @@
 #include <vector>
 
 namespace fx {
-
-/// How a cell is drawn: a text colour as a Windows RGB number (red in the low byte), and bold.
-struct CellStyle
-{
-    bool coloured = false;
-    quint32 rgb = 0;
-    bool bold = false;
-};
 
 /// The model of the clash grid.
 class ClashGridModel : public QAbstractTableModel

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QMouseEvent>
 #include <QStyle>
 #include <QTimer>
 
@@ -32,6 +33,24 @@ bool RowReadable(const QModelIndex &index)
 QColor WindowsRgbColor(quint32 rgb)
 {
     return QColor(int(rgb & 0xFF), int((rgb >> 8) & 0xFF), int((rgb >> 16) & 0xFF));
+}
+
+QVariant CellStyleItemData(const CellStyle &style, int role, const QFont &font)
+{
+    if (role == Qt::ForegroundRole && style.coloured)
+        return QBrush(WindowsRgbColor(style.rgb));
+    if (role == Qt::FontRole && style.bold) {
+        QFont bold = font;
+        bold.setBold(true);
+        return bold;
+    }
+    return {};
+}
+
+QRect ClashGridDelegate::ArrowRect(const QRect &rect)
+{
+    const int side = rect.height();
+    return QRect(rect.right() - side + 1, rect.top(), side, side);
 }
 
 ClashGridDelegate::ClashGridDelegate(ValueList editorValues, QObject *parent)
@@ -64,12 +83,26 @@ void ClashGridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     if (index.flags() & Qt::ItemIsEditable) {
         QStyleOption arrow;
         arrow.initFrom(option.widget);
-        const int side = option.rect.height();
-        arrow.rect = QRect(option.rect.right() - side + 1, option.rect.top(), side, side).adjusted(3, 3, -3, -3);
+        arrow.rect = ArrowRect(option.rect).adjusted(3, 3, -3, -3);
         arrow.palette = option.palette;
         QStyle *style = option.widget ? option.widget->style() : QApplication::style();
         style->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, painter, option.widget);
     }
+}
+
+bool ClashGridDelegate::editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,
+                                    const QModelIndex &index)
+{
+    // The arrow is a button: one click opens the list, as the user expects of one. On the
+    // release, so that the press does not fall on the list that opens.
+    if (event->type() == QEvent::MouseButtonRelease && (index.flags() & Qt::ItemIsEditable)) {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        if (mouse->button() == Qt::LeftButton && ArrowRect(option.rect).contains(mouse->position().toPoint())) {
+            Q_EMIT ArrowClicked(index);
+            return true;
+        }
+    }
+    return QStyledItemDelegate::editorEvent(event, model, option, index);
 }
 
 QSize ClashGridDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -85,7 +118,14 @@ QWidget *ClashGridDelegate::createEditor(QWidget *parent, const QStyleOptionView
         return nullptr;
     auto *combo = new QComboBox(parent);
     combo->setObjectName(QStringLiteral("actionDisciplineEditor"));
-    combo->addItems(m_editorValues ? m_editorValues() : QStringList());
+    const QString column = index.model()->headerData(index.column(), Qt::Horizontal).toString();
+    const QStringList values = m_editorValues ? m_editorValues() : QStringList();
+    for (const QString &value : values) {
+        combo->addItem(value);
+        const CellStyle style = CellStyleOf(column, value);
+        for (const int role : {int(Qt::ForegroundRole), int(Qt::FontRole)})
+            combo->setItemData(combo->count() - 1, CellStyleItemData(style, role, combo->font()), role);
+    }
     auto *self = const_cast<ClashGridDelegate *>(this);
     // A pick is a commit: no second gesture to confirm it.
     connect(combo, &QComboBox::activated, self, [self, combo] {

@@ -9,10 +9,16 @@
 
 namespace fx {
 
+struct CellStyle;
+
 /// A Windows RGB number (red in the low byte) as a colour.
 QColor WindowsRgbColor(quint32 rgb);
 
-/// The cell delegate of the clash grid.
+/// What an item of a list shows for `role` to look as its cell does: the colour for
+/// Qt::ForegroundRole, `font` made bold for Qt::FontRole; nothing where the style adds nothing.
+QVariant CellStyleItemData(const CellStyle &style, int role, const QFont &font);
+
+/// The cell delegate of the clash grid. A click on the arrow of an editable cell opens its list.
 class ClashGridDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -34,12 +40,19 @@ public:
     /// Writes the picked value; a failure is shown, never thrown into the view.
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
 
+    /// Where an editable cell of `rect` draws its arrow.
+    static QRect ArrowRect(const QRect &rect);
+
 Q_SIGNALS:
     /// A picked value was written to the store.
     void Edited(const QModelIndex &index);
+    /// The arrow of an editable cell was clicked: its list is wanted at once.
+    void ArrowClicked(const QModelIndex &index);
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
+    bool editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,
+                     const QModelIndex &index) override;
 
 private:
     ValueList m_editorValues;

@@ -24,6 +24,7 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTableView>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -145,6 +146,13 @@ ClashGridView::ClashGridView(QWidget *parent) : QWidget(parent), m_parts(std::ma
         const int column = m_parts->popupColumn;
         m_parts->header->SetCellText(column, value);
         FilterCellLeft(column);
+    });
+    // Opened once the click is through, not inside the view's own handling of it.
+    connect(delegate, &ClashGridDelegate::ArrowClicked, this, [table](const QModelIndex &index) {
+        QTimer::singleShot(0, table, [table, cell = QPersistentModelIndex(index)] {
+            if (cell.isValid())
+                table->edit(cell);
+        });
     });
     connect(delegate, &ClashGridDelegate::Edited, this, [this] {
         // An edit leaves every status as it was; the counts of the rows in view still hold.
@@ -494,7 +502,8 @@ void ClashGridView::OpenFilterDropDown(int column)
     if (values.isEmpty())
         return;
     p.popupColumn = column;
-    p.popup->ShowValues(values, p.header->CellText(column), p.header->Cell(column), p.header->sectionSize(column));
+    p.popup->ShowValues(p.model->ColumnNames().at(column), values, p.header->CellText(column), p.header->Cell(column),
+                        p.header->sectionSize(column));
 }
 
 QList<qint64> ClashGridView::SelectedClashIds() const

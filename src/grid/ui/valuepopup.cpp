@@ -1,5 +1,8 @@
 #include "grid/ui/valuepopup.h"
 
+#include "grid/cellstyle.h"
+#include "grid/ui/clashgriddelegate.h"
+
 #include <QGuiApplication>
 #include <QListView>
 #include <QScreen>
@@ -8,8 +11,32 @@
 
 namespace fx {
 
+/// The values of one column, each with the colour and weight of its cells.
+class StyledValueModel : public QStringListModel
+{
+public:
+    using QStringListModel::QStringListModel;
+
+    void SetColumn(const QString &column) { m_column = column; }
+
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (role == Qt::ForegroundRole || role == Qt::FontRole) {
+            const CellStyle style = CellStyleOf(m_column, QStringListModel::data(index, Qt::DisplayRole).toString());
+            return CellStyleItemData(style, role, m_font);
+        }
+        return QStringListModel::data(index, role);
+    }
+
+    void SetFont(const QFont &font) { m_font = font; }
+
+private:
+    QString m_column;
+    QFont m_font;
+};
+
 ValuePopup::ValuePopup(QWidget *parent)
-    : QFrame(parent, Qt::Popup), m_list(new QListView(this)), m_values(new QStringListModel(this))
+    : QFrame(parent, Qt::Popup), m_list(new QListView(this)), m_values(new StyledValueModel(this))
 {
     setObjectName(QStringLiteral("filterDropDown"));
     setFrameShape(QFrame::StyledPanel);
@@ -24,8 +51,11 @@ ValuePopup::ValuePopup(QWidget *parent)
     connect(m_list, &QListView::activated, this, [this](const QModelIndex &index) { Choose(index.data().toString()); });
 }
 
-void ValuePopup::ShowValues(const QStringList &values, const QString &current, const QWidget *anchor, int width)
+void ValuePopup::ShowValues(const QString &column, const QStringList &values, const QString &current,
+                            const QWidget *anchor, int width)
 {
+    m_values->SetColumn(column);
+    m_values->SetFont(m_list->font());
     m_values->setStringList(values);
     const int at = int(values.indexOf(current));
     if (at >= 0)

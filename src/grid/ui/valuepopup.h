@@ -5,9 +5,10 @@
 #include <QStringList>
 
 class QListView;
-class QStringListModel;
 
 namespace fx {
+
+class StyledValueModel;
 
 /// A popup list of filter values under a filter cell.
 class ValuePopup : public QFrame
@@ -17,8 +18,10 @@ class ValuePopup : public QFrame
 public:
     explicit ValuePopup(QWidget *parent = nullptr);
 
-    /// Shows `values` under `anchor`, at least `width` wide, with `current` selected if listed.
-    void ShowValues(const QStringList &values, const QString &current, const QWidget *anchor, int width);
+    /// Shows the `values` of `column` under `anchor`, at least `width` wide, with `current`
+    /// selected if listed; each value looks as it does in its cells.
+    void ShowValues(const QString &column, const QStringList &values, const QString &current, const QWidget *anchor,
+                    int width);
     /// The values listed.
     QStringList Values() const;
     /// Picks a value as a click would.
@@ -30,7 +33,7 @@ Q_SIGNALS:
 
 private:
     QListView *m_list;
-    QStringListModel *m_values;
+    StyledValueModel *m_values;
 };
 
 } // namespace fx

@@ -1,7 +1,8 @@
 // The clash grid window under the user's hands: selecting with Ctrl and Shift, picking an
 // action discipline, the filter drop-down and its guard, the filter row following the columns,
-// a refresh keeping the place, and the discipline colours as painted.
+// a refresh keeping the place, and the discipline colours as painted, in cells and lists.
 
+#include "grid/ui/clashgriddelegate.h"
 #include "grid/ui/valuepopup.h"
 #include "store/clashstore.h"
 #include "store/statusline.h"
@@ -14,8 +15,10 @@
 #include <QDateTime>
 #include <QImage>
 #include <QLineEdit>
+#include <QListView>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QTest>
 
 using namespace fx;
 using namespace Qt::StringLiterals;
@@ -28,7 +31,11 @@ protected:
     // A click on a row's first visible cell, as the mouse gives it.
     void ClickRow(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
-        const QPoint at = Table().visualRect(Model().index(row, Column(u"type"_s))).center();
+        Click(Table().visualRect(Model().index(row, Column(u"type"_s))).center(), modifiers);
+    }
+
+    void Click(const QPoint &at, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
         for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
             QMouseEvent event(type, at, Table().viewport()->mapToGlobal(at), Qt::LeftButton,
                               type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, modifiers);
@@ -206,6 +213,55 @@ TEST_F(GridGestures, disciplines_are_painted_in_their_colours_and_the_freed_grid
     EXPECT_EQ(view->GridText(), u"Please select project"_s);
     EXPECT_EQ(view->Caption(), QString());
     EXPECT_EQ(Table().findChild<QLineEdit *>(u"filter_type"_s), nullptr);
+}
+
+TEST_F(GridGestures, lists_of_discipline_values_look_as_their_cells_and_one_click_on_the_arrow_opens_one)
+{
+    ShowAll();
+    const QColor piping(0, 192, 0);
+    // The filter drop-down of a discipline column.
+    auto *button = Table().findChild<QAction *>(u"dropDown_discipline_a"_s);
+    ASSERT_NE(button, nullptr);
+    button->trigger();
+    auto *popup = view->findChild<ValuePopup *>();
+    ASSERT_TRUE(popup && popup->isVisible());
+    const QAbstractItemModel *values = popup->findChild<QListView *>()->model();
+    const int at = int(popup->Values().indexOf(u"Piping"_s));
+    ASSERT_GE(at, 0);
+    EXPECT_EQ(values->index(at, 0).data(Qt::ForegroundRole).value<QBrush>().color(), piping);
+    EXPECT_TRUE(values->index(at, 0).data(Qt::FontRole).value<QFont>().bold());
+    const QImage list = popup->grab().toImage();
+    bool shown = false;
+    for (int y = 0; y < list.height() && !shown; ++y)
+        for (int x = 0; x < list.width() && !shown; ++x)
+            shown = list.pixelColor(x, y) == piping;
+    EXPECT_TRUE(shown) << "the list paints Piping in its colour";
+    popup->hide();
+
+    // One click on the arrow of an action_discipline cell, and its list is open.
+    const QModelIndex cell = Model().index(3, Column(u"action_discipline"_s));
+    Table().scrollTo(cell);
+    // The list keeps its editor open only while the window has the focus, as on a desktop.
+    view->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
+    Click(ClashGridDelegate::ArrowRect(Table().visualRect(cell)).center());
+    QComboBox *editor = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return (editor = Table().findChild<QComboBox *>(u"actionDisciplineEditor"_s)); }, 2000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return editor->view()->isVisible(); }, 2000)) << "the list dropped down";
+    const int structural = editor->findText(u"Structural"_s);
+    ASSERT_GE(structural, 0);
+    EXPECT_EQ(editor->itemData(structural, Qt::ForegroundRole).value<QBrush>().color(), QColor(255, 0, 0));
+    EXPECT_TRUE(editor->itemData(structural, Qt::FontRole).value<QFont>().bold());
+    EXPECT_EQ(Table().currentIndex().row(), 3);
+    // A click elsewhere in the cell only selects, as before.
+    editor->hidePopup();
+    Q_EMIT Table().itemDelegate()->closeEditor(editor);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_EQ(Table().findChild<QComboBox *>(u"actionDisciplineEditor"_s), nullptr);
+    const QModelIndex other = Model().index(5, Column(u"action_discipline"_s));
+    Click(Table().visualRect(other).topLeft() + QPoint(3, 3));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Table().findChild<QComboBox *>(u"actionDisciplineEditor"_s), nullptr);
 }
 
 } // namespace

@@ -109,7 +109,7 @@ inline constexpr char ProjectsFound[] = "%0% projects found";
 inline constexpr char NoProjectsInControlFile[] = "No PDS-Projects in control file found";
 inline constexpr char ProjectNotDefined[] = "PDS-Project not defined";
 inline constexpr char ControlFileFilter[] = "Control file (*.cmd)|*.cmd";
-inline constexpr char ClashFileFilter[] = "Fendrix access database (*.fxdb)|*.fxdb";
+inline constexpr char ClashFileFilter[] = "Fendrix database (*.fxdb)|*.fxdb";
 
 // Project schema queries, project and area locks, design file settings
 inline constexpr char ProjectNumberNotDefined[] = "Project number not defined";

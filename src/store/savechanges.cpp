@@ -1,8 +1,10 @@
 #include "store/savechanges.h"
 
 #include "frame/failure.h"
+#include "frame/logmessage.h"
 #include "frame/messagebox.h"
 #include "frame/translation.h"
+#include "pds/projectschema.h"
 #include "permissions/permissionnames.h"
 #include "permissions/privilegedb.h"
 #include "store/clashfile.h"
@@ -54,7 +56,18 @@ bool SaveChangesDialogModel::Accept()
 QString DefaultClashFileName()
 {
     const QString clashFile = GetClashFile();
-    return clashFile.isEmpty() ? GetProjectName() + QStringLiteral("_clashes.fxdb") : clashFile;
+    if (!clashFile.isEmpty())
+        return clashFile;
+    const QString name = GetProjectName() + QStringLiteral("_clashes.fxdb");
+    if (!IsSchemaAvailable())
+        return name;
+    try {
+        return GetProjectDirectory(GetProjectName()) + name;
+    } catch (const Failure &failure) {
+        // Only a place offered: the user still picks one, so the reason goes to the log.
+        LogMessage(failure.Description());
+        return name;
+    }
 }
 
 bool ApplySaveChangesStatus(int status, const std::function<QString(const QString &offered)> &askFile)

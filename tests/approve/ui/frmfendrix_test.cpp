@@ -9,6 +9,7 @@
 #include "frame/configkeys.h"
 #include "frame/failure.h"
 #include "frame/processstate.h"
+#include "frame/programinfo.h"
 #include "frame/settings.h"
 #include "frame/translation.h"
 #include "grid/clashgridmodel.h"
@@ -16,6 +17,10 @@
 #include "pds/cris.h"
 #include "pds/projectdatabase.h"
 #include "pds/scratchfiles.h"
+#include "permissions/accounts.h"
+#include "permissions/permissionnames.h"
+#include "permissions/privilegedb.h"
+#include "permissions/privilegemanager.h"
 #include "store/clashstore.h"
 #include "store/clashview.h"
 #include "store/savechanges.h"
@@ -75,8 +80,9 @@ protected:
     fx::FrmFendrix &Open()
     {
         window = std::make_unique<fx::FrmFendrix>();
-        window->SetFileChooser([this](bool, const QString &, const QString &offered) {
+        window->SetFileChooser([this](bool, const QString &filter, const QString &offered) {
             offers << offered;
+            filters << filter;
             return nextFile;
         });
         window->resize(1200, 700);
@@ -130,6 +136,7 @@ protected:
     std::unique_ptr<fx::FrmFendrix> window;
     QString nextFile;
     QStringList offers;
+    QStringList filters;
 };
 
 TEST_F(ApprovalWindow, a_reviewer_filters_sorts_groups_and_approves_the_selection)
@@ -152,6 +159,9 @@ TEST_F(ApprovalWindow, a_reviewer_filters_sorts_groups_and_approves_the_selectio
     EXPECT_TRUE(learnt.contains("Load clashes from &PDS..."));
     EXPECT_TRUE(learnt.contains("Total: %0% clashes"));
     EXPECT_FALSE(learnt.contains("Total: 120"));
+    // Nor is the project's name in the title.
+    EXPECT_TRUE(learnt.contains("Norvane Fendrix [Approval Module]"));
+    EXPECT_FALSE(learnt.contains(project.toUtf8()));
     // A fresh load shows the unapproved clashes only, and says so in the caption.
     EXPECT_EQ(Grid().FilterText(u"status"_s), u"Unapproved"_s);
     EXPECT_EQ(Grid().Model()->rowCount(), Count(u"status = 'Unapproved'"_s));
@@ -211,12 +221,15 @@ TEST_F(ApprovalWindow, descriptions_and_reviews_survive_a_clash_file_and_the_pro
     w.RunToolButton(4);
     EXPECT_EQ(Count(InList(chosen) + u" AND review_comment LIKE 'pipe o''clock%'"_s), 2);
 
-    // To a clash file: the window offers the project's name and saves where it is told.
+    // To a clash file: the window offers "<project>_clashes" in the project's folder and saves
+    // where it is told.
     nextFile = box.Root() + u"review.fxdb"_s;
     auto toFile = SaveAs(fx::SaveChangesToFile);
     w.RunMenuCommand(u"Menu_File_Save"_s);
     ASSERT_FALSE(offers.isEmpty());
-    EXPECT_TRUE(offers.last().endsWith(project + u"_clashes.fxdb"_s)) << offers.last().toStdString();
+    EXPECT_EQ(QFileInfo(offers.last()).absoluteFilePath(),
+              QFileInfo(layout->ProjectDir(project) + project + u"_clashes.fxdb"_s).absoluteFilePath());
+    EXPECT_EQ(filters.last(), u"Fendrix database (*.fxdb)"_s);
     EXPECT_TRUE(QFileInfo::exists(nextFile));
     EXPECT_FALSE(fx::GetClashesChanged());
 
@@ -360,6 +373,51 @@ TEST_F(ApprovalWindow, settings_files_are_saved_and_loaded_and_the_event_window_
     window.reset();
     fx::FrmFendrix &again = Open();
     EXPECT_FALSE(again.EventList()->isVisible());
+}
+
+TEST_F(ApprovalWindow, a_real_privilege_database_greys_out_what_neither_the_user_nor_a_group_of_the_user_holds)
+{
+    fxtest::RecordingMessageBox boxes(fx::IdYes);
+    const QString domain = fx::GetMyAccountDomain();
+    const QString user = fx::GetMyUserName();
+    const QStringList groups = fx::GetAllGroupsOfUser(domain, user);
+    ASSERT_FALSE(groups.isEmpty());
+    // The database beside the project's proj_file, as a privilege manager leaves it.
+    const auto grant = [&](const QString &type, const QString &name, std::initializer_list<int> numbers) {
+        fx::PrivilegePermissionsSet(fx::PermissionNames(), layout->ProjFileDir() + fx::MainExecutableName() + u".mdb"_s);
+        fx::PrivilegeMgrInit();
+        fx::PrivilegeAddObject2DB(type, domain, name);
+        for (const int no : numbers)
+            fx::PrivilegeSet(type, domain, name, fx::GetPermissionName(no), true);
+        fx::PrivilegeDBClose();
+    };
+    grant(u"user"_s, user, {fx::PermissionLoadSettingsNo, fx::PermissionSetDescriptionNo, fx::PermissionSaveChangesNo});
+    // A group the user is not in grants nothing to the user.
+    grant(u"group"_s, u"not-a-group-of-mine"_s, {fx::PermissionChangeStatusNo, fx::PermissionAdministratorNo});
+
+    fx::FrmFendrix &w = Open();
+    ASSERT_TRUE(Grid().IsOpen());
+    const auto enabled = [&](const char *key) {
+        const QAction *item = w.MenuBar().items.value(QString::fromLatin1(key));
+        return item ? item->isEnabled() : w.MenuBar().Find(QString::fromLatin1(key))->isEnabled();
+    };
+    for (const char *key : {"Menu_Clash_ApproveReal", "Menu_Clash_ApproveFalse", "Menu_Clash_Unapprove",
+                            "Approve Real Clash", "Approve False Clash", "Unapprove Clash",
+                            "Menu_Tools_PrivilegeManager", "Menu_Lang_Editor"})
+        EXPECT_FALSE(enabled(key)) << key;
+    for (const char *key : {"Menu_Clash_SetDescription", "Description", "Menu_File_LoadSettings", "Menu_File_Save",
+                            "SaveChanges"})
+        EXPECT_TRUE(enabled(key)) << key;
+
+    // A group of the user's that holds the status change gives it to the user at the next load.
+    grant(u"group"_s, groups.first(), {fx::PermissionChangeStatusNo});
+    w.LoadProject(project, layout->ControlFile());
+    ASSERT_TRUE(Grid().IsOpen());
+    for (const char *key : {"Menu_Clash_ApproveReal", "Menu_Clash_ApproveFalse", "Menu_Clash_Unapprove",
+                            "Approve Real Clash", "Approve False Clash", "Unapprove Clash", "Description"})
+        EXPECT_TRUE(enabled(key)) << key;
+    EXPECT_FALSE(enabled("Menu_Tools_PrivilegeManager"));
+    fxtest::Screenshot(&w, "approval-window-permissions");
 }
 
 } // namespace

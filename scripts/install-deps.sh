@@ -9,7 +9,7 @@ packages=(
   libsqlite3-dev sqlite3 unixodbc-dev odbc-postgresql libsqliteodbc
   postgresql clang libclang-rt-14-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev
-  fonts-dejavu-core perl
+  fonts-dejavu-core perl python3
   "$@"
 )
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and runs every test, with a throwaway PostgreSQL server up
-# for the tests of the SQL gateway kinds (stopped on every way out).
+# for the tests of the SQL gateway kinds (stopped on every way out); ends by telling how many
+# tests were skipped and why.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/build.sh
@@ -21,4 +22,11 @@ else
   echo "No PostgreSQL test server: the tests that need one are skipped" >&2
 fi
 
-ctest --test-dir build --output-on-failure --parallel "$(nproc)" --no-tests=error
+results="$(pwd)/build/test-results.xml"
+rm -f "$results"
+status=0
+ctest --test-dir build --output-on-failure --parallel "$(nproc)" --no-tests=error --output-junit "$results" \
+  || status=$?
+# Last, so that it is what a reader of the run sees: how many tests were skipped, and why.
+python3 scripts/skipped_tests_report.py "$results" || status=1
+exit "$status"

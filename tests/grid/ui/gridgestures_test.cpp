@@ -14,7 +14,6 @@
 #include <QDateTime>
 #include <QImage>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QScrollBar>
 
 using namespace fx;
@@ -22,20 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class GridGestures : public fxtest::GridWindow
-{
-protected:
-    // A click on a row's first visible cell, as the mouse gives it.
-    void ClickRow(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        const QPoint at = Table().visualRect(Model().index(row, Column(u"type"_s))).center();
-        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            QMouseEvent event(type, at, Table().viewport()->mapToGlobal(at), Qt::LeftButton,
-                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, modifiers);
-            QApplication::sendEvent(Table().viewport(), &event);
-        }
-    }
-};
+using GridGestures = fxtest::GridWindow;
 
 TEST_F(GridGestures, rows_selected_with_ctrl_and_shift_give_their_clash_ids_in_row_order)
 {

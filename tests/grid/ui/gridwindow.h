@@ -18,9 +18,11 @@
 #include "support/sandbox.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
 #include <QHeaderView>
+#include <QMouseEvent>
 #include <QTableView>
 
 #include <gtest/gtest.h>
@@ -82,6 +84,17 @@ protected:
         for (int row = 0; row < Model().rowCount(); ++row)
             ids << Model().ClashIdOfRow(row);
         return ids;
+    }
+
+    // A click on a row's cell of `type`, as the mouse gives it.
+    void ClickRow(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        const QPoint at = Table().visualRect(Model().index(row, Column(QStringLiteral("type")))).center();
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, at, Table().viewport()->mapToGlobal(at), Qt::LeftButton,
+                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, modifiers);
+            QApplication::sendEvent(Table().viewport(), &event);
+        }
     }
 
     static qint64 StoreCount(const QString &where)

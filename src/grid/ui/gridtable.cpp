@@ -44,12 +44,15 @@ void GridTable::paintEvent(QPaintEvent *event)
     if (!grid || grid->GroupColumns().isEmpty() || grid->rowCount() == 0)
         return;
     // Over the cells the table drew: a band is one piece across the row, grid lines included.
-    QPainter painter(viewport());
     const QRect area = event->rect();
-    const int first = std::max(rowAt(area.top()), 0);
+    const int first = rowAt(area.top());
+    // Below the last row there is no band to draw.
+    if (first < 0)
+        return;
     int last = rowAt(area.bottom());
     if (last < 0)
         last = grid->rowCount() - 1;
+    QPainter painter(viewport());
     for (int row = first; row <= last; ++row)
         if (grid->IsBand(row))
             PaintBand(painter, row);

@@ -6,6 +6,7 @@
 #include "store/statusline.h"
 
 #include "gridwindow.h"
+#include "support/recordingmessagebox.h"
 
 #include <QImage>
 #include <QScrollBar>
@@ -181,6 +182,19 @@ TEST_F(GridGroups, a_header_sorts_within_the_groups_and_filters_refreshes_and_re
     EXPECT_EQ(view->GroupColumns(), QStringList{u"discipline_a"_s});
     EXPECT_EQ(view->CurrentClashId(), kept);
     EXPECT_TRUE(IsOpen(Model().RowOfGroupPath(path)));
+
+    // A store that refuses a group's clashes: the message, the band stays closed, the grid goes on.
+    fxtest::RecordingMessageBox boxes;
+    const int other = Model().RowOfGroupPath(path) == 0 ? Model().rowCount() - 1 : 0;
+    ASSERT_FALSE(IsOpen(other));
+    ClashConnection().Execute(u"ALTER TABLE clashes RENAME TO clashes_away;"_s);
+    ClickRow(other);
+    ClashConnection().Execute(u"ALTER TABLE clashes_away RENAME TO clashes;"_s);
+    ASSERT_EQ(boxes.boxes.size(), 1u);
+    EXPECT_TRUE(boxes.boxes[0].text.contains(u"clashes"_s)) << boxes.boxes[0].text.toStdString();
+    EXPECT_FALSE(IsOpen(other));
+    ClickRow(other);
+    EXPECT_TRUE(IsOpen(other));
 }
 
 } // namespace

@@ -132,6 +132,7 @@ std::vector<std::vector<qint64>> ReadGroupClashIds(const QStringList &columns, c
                 which += QStringLiteral(" WHEN ") + terms.join(QStringLiteral(" AND ")) + QStringLiteral(" THEN ") + QString::number(i);
             }
             which += QStringLiteral(" END");
+            // SQLite lets the WHERE name the CASE by its alias.
             QString condition = QStringLiteral("fx_group IS NOT NULL");
             if (!filter.isEmpty())
                 condition = QLatin1Char('(') + filter + QStringLiteral(") AND ") + condition;

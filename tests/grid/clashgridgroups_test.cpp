@@ -238,6 +238,23 @@ TEST_F(GridGroups, the_model_passes_the_item_model_tester_and_every_row_maps_to_
     ExpectRoundTrip(model);
 }
 
+TEST_F(GridGroups, many_open_groups_each_get_their_own_clashes_back)
+{
+    Fill(1100);
+    ClashGridModel model;
+    // One group per clash: more groups than one statement reads.
+    model.SetGroupColumns({u"comp_a"_s});
+    ASSERT_EQ(model.rowCount(), 1100);
+    QList<QVariantList> all;
+    for (int row = 0; row < model.rowCount(); ++row)
+        all << model.GroupPathOfRow(row);
+    model.OpenGroups(all);
+    ASSERT_EQ(model.rowCount(), 2200);
+    for (int row = 0; row < model.rowCount(); row += 2)
+        ASSERT_EQ(u"c%1"_s.arg(model.ClashIdOfRow(row + 1)), model.GroupPathOfRow(row).front().toString()) << row;
+    ExpectRoundTrip(model);
+}
+
 TEST_F(GridGroups, a_refresh_keeps_open_groups_and_the_clash_and_recounts_and_regroups_what_changed)
 {
     Fill(200);

@@ -1,7 +1,7 @@
-// The clash grid's model over a store of 500,000 clashes shaped like `clashes`: a new filter
-// and a new sort until the first screen (40 rows) is read, and jumps to random places one
-// screen each. Counters: rows in view, the model's own bytes (id list and cache) and the
-// process's peak resident memory.
+// The clash grid's model over a store of 500,000 clashes shaped like `clashes`: a new filter,
+// a new sort and a new grouping until the first screen (40 rows) is read, a group opened until
+// its first screen is read, and jumps to random places one screen each. Counters: rows in
+// view, the model's own bytes (rows, groups and cache) and the process's peak resident memory.
 
 #include "spreadvalues.h"
 
@@ -12,12 +12,14 @@
 #include "store/clashtables.h"
 #include "store/clashview.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -61,7 +63,6 @@ struct Store
                                   "INSERT INTO clashes (%2) SELECT %3 FROM seq;")
                        .arg(kRows - 1)
                        .arg(names.join(QStringLiteral(", ")), values.join(QStringLiteral(", "))));
-        model = std::make_unique<fx::ClashGridModel>();
     }
 
     QTemporaryDir dir;
@@ -90,19 +91,19 @@ void Report(benchmark::State &state, const fx::ClashGridModel &model)
     state.counters["peak_rss_MB"] = fxbench::PeakResidentMB();
 }
 
-void ClearAll(fx::ClashGridModel &model)
+// A model as the grid binds it: no filter, no sort, no groups.
+fx::ClashGridModel &Fresh()
 {
-    model.SetGroupColumns({});
-    for (int column = 0; column < model.columnCount(); ++column)
-        if (!model.ColumnFilter(column).isEmpty())
-            model.SetColumnFilter(column, QString());
+    Store &store = TheStore();
+    fx::ClashRecordset().Filter.clear();
+    store.model = std::make_unique<fx::ClashGridModel>();
+    return *store.model;
 }
 
 // A filter text typed into one cell, alternating between two so that every run filters anew.
 void BM_NewFilter(benchmark::State &state, const char *column, const char *first, const char *second)
 {
-    fx::ClashGridModel &model = *TheStore().model;
-    ClearAll(model);
+    fx::ClashGridModel &model = Fresh();
     const int index = model.ColumnOf(QLatin1String(column));
     bool flip = false;
     for (auto _ : state) {
@@ -111,7 +112,6 @@ void BM_NewFilter(benchmark::State &state, const char *column, const char *first
         flip = !flip;
     }
     Report(state, model);
-    ClearAll(model);
 }
 BENCHMARK_CAPTURE(BM_NewFilter, few_values, "type", "type-1", "type-3")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_NewFilter, many_values, "model_b", "*12*", "*34*")->Unit(benchmark::kMillisecond);
@@ -120,19 +120,16 @@ BENCHMARK_CAPTURE(BM_NewFilter, nothing_found, "model_a", "no such model", "nor 
 // A header click on an unindexed column, alternating columns so that every run sorts anew.
 void BM_NewSort(benchmark::State &state, bool filtered)
 {
-    fx::ClashGridModel &model = *TheStore().model;
-    ClearAll(model);
+    fx::ClashGridModel &model = Fresh();
     if (filtered)
         model.SetColumnFilter(model.ColumnOf(QStringLiteral("type")), QStringLiteral("type-1"));
     const int columns[] = {model.ColumnOf(QStringLiteral("comp_b")), model.ColumnOf(QStringLiteral("model_b"))};
     int turn = 0;
     for (auto _ : state) {
-        model.SetGroupColumns({}); // a fresh click sorts ascending
         model.SortByColumn(columns[turn++ % 2]);
         ReadScreen(model, 0);
     }
     Report(state, model);
-    ClearAll(model);
 }
 BENCHMARK_CAPTURE(BM_NewSort, all_rows, false)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_NewSort, filtered, true)->Unit(benchmark::kMillisecond);
@@ -140,15 +137,78 @@ BENCHMARK_CAPTURE(BM_NewSort, filtered, true)->Unit(benchmark::kMillisecond);
 // A jump of the scroll bar to a random place, one screen read.
 void BM_Jump(benchmark::State &state)
 {
-    fx::ClashGridModel &model = *TheStore().model;
-    ClearAll(model);
+    fx::ClashGridModel &model = Fresh();
     model.SortByColumn(model.ColumnOf(QStringLiteral("area_b")));
     QRandomGenerator random(7);
     for (auto _ : state)
         ReadScreen(model, int(random.bounded(model.rowCount() - kScreen)));
     Report(state, model);
-    ClearAll(model);
 }
 BENCHMARK(BM_Jump)->Unit(benchmark::kMillisecond);
+
+// The best of three runs of the plainest statement that gives the groups and their counts:
+// the reference for the model's GROUP BY, which also counts the approved and ranks the levels.
+double PlainGroupBySeconds(const QStringList &columns)
+{
+    QStringList names;
+    for (const QString &column : columns)
+        names << QLatin1Char('[') + column + QLatin1Char(']');
+    const QString sql = QStringLiteral("SELECT ") + names.join(QStringLiteral(", ")) + QStringLiteral(", COUNT(*) FROM [clashes] GROUP BY ")
+                        + names.join(QStringLiteral(", ")) + QLatin1Char(';');
+    double best = 1e9;
+    for (int run = 0; run < 3; ++run) {
+        QElapsedTimer timer;
+        timer.start();
+        fx::SqliteStatement statement(fx::ClashConnection(), sql);
+        while (statement.Step())
+            benchmark::DoNotOptimize(statement.Column(0));
+        best = std::min(best, double(timer.nsecsElapsed()) / 1e9);
+    }
+    return best;
+}
+
+// Rows grouped by columns anew (one GROUP BY over all clashes), the first screen of bands read.
+void BM_GroupBy(benchmark::State &state, QStringList columns)
+{
+    fx::ClashGridModel &model = Fresh();
+    for (auto _ : state) {
+        model.SetGroupColumns(columns);
+        ReadScreen(model, 0);
+    }
+    Report(state, model);
+    state.counters["groups"] = model.rowCount();
+    state.counters["plain_group_s"] = PlainGroupBySeconds(columns);
+}
+BENCHMARK_CAPTURE(BM_GroupBy, few_values, QStringList{QStringLiteral("type")})->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_GroupBy, many_values, QStringList{QStringLiteral("model_a")})->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_GroupBy, distinct_values, QStringList{QStringLiteral("model_b")})->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_GroupBy, two_columns, QStringList{QStringLiteral("type"), QStringLiteral("model_a")})
+    ->Unit(benchmark::kMillisecond);
+
+// The largest group of a column of few values opened, its clashes read in the grid's order and
+// its first screen read; grouped anew outside the timing, so that each opening reads its ids.
+void BM_OpenGroup(benchmark::State &state, const char *sortColumn)
+{
+    fx::ClashGridModel &model = Fresh();
+    if (sortColumn)
+        model.SortByColumn(model.ColumnOf(QLatin1String(sortColumn)));
+    const QStringList columns{QStringLiteral("type")};
+    model.SetGroupColumns(columns);
+    int largest = 0;
+    for (int row = 1; row < model.rowCount(); ++row)
+        if (model.GroupCountOfRow(row) > model.GroupCountOfRow(largest))
+            largest = row;
+    for (auto _ : state) {
+        state.PauseTiming();
+        model.SetGroupColumns(columns);
+        state.ResumeTiming();
+        model.SetGroupOpen(largest, true);
+        ReadScreen(model, largest + 1);
+    }
+    Report(state, model);
+    state.counters["group_rows"] = model.GroupCountOfRow(largest);
+}
+BENCHMARK_CAPTURE(BM_OpenGroup, clash_order, nullptr)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_OpenGroup, sorted, "comp_b")->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "grid/clashgridmodel.h"
 
 #include "frame/failure.h"
+#include "frame/translation.h"
 #include "grid/messages.h"
 #include "pds/sqlitedb.h"
 #include "store/clashstore.h"
@@ -21,6 +22,14 @@ QString Bracket(const QString &name)
     return QLatin1Char('[') + name + QLatin1Char(']');
 }
 
+// "discipline_a: Piping (12 clashes: 3 approved, 9 unapproved)"; NULL named as the filter names it.
+QString GroupBandText(const QString &column, const ClashGroup &group)
+{
+    const QString value = group.value.isNull() ? QStringLiteral("NULL") : group.value.toString();
+    return TranslateText(ArgForm(msg::GridGroupBand, {column, value, QString::number(group.count), QString::number(group.approved),
+                                                      QString::number(std::max(0, group.count - group.approved))}));
+}
+
 } // namespace
 
 ClashGridModel::ClashGridModel(QObject *parent) : QAbstractTableModel(parent)
@@ -30,7 +39,7 @@ ClashGridModel::ClashGridModel(QObject *parent) : QAbstractTableModel(parent)
         // work out to helper threads, a fifth less time at half a million rows.
         ClashConnection().Execute(QStringLiteral("PRAGMA threads = %1;").arg(std::max(1, QThread::idealThreadCount())));
         ReadColumns();
-        ReadIds();
+        ReadRows(true, {});
     });
 }
 
@@ -53,64 +62,74 @@ void ClashGridModel::ReadColumns()
     m_filterTexts = texts;
     m_actionDisciplineColumn = ColumnOf(QStringLiteral("action_discipline"));
     m_reviewDateColumn = ColumnOf(QStringLiteral("recent_review_date"));
+    // A sort or group column that the new table lacks would fail every statement.
+    m_groupColumns.removeIf([&](const QString &column) { return ColumnOf(column) < 0; });
+    if (std::any_of(m_sortKeys.begin(), m_sortKeys.end(), [&](const GridSortKey &key) { return ColumnOf(key.column) < 0; })) {
+        m_sortKeys.clear();
+        m_sort.clear();
+    }
 }
 
-void ClashGridModel::ReadIds(bool countApproved)
+void ClashGridModel::ReadRows(bool countApproved, const QList<QVariantList> &open)
 {
     const QString filter = GetGridFilter();
-    // The status line's approved count comes with the ids, saving it a scan of its own. NOCASE
-    // gives what the store's LCASE test gives for 'approved', at a fraction of its cost.
-    const bool approvedColumn = countApproved && ColumnOf(QStringLiteral("status")) >= 0;
-    QString sql = QStringLiteral("SELECT clash_id, ")
-                  + (approvedColumn ? QStringLiteral("[status] = 'approved' COLLATE NOCASE") : QStringLiteral("0"))
-                  + QStringLiteral(" FROM [clashes]");
-    if (!filter.isEmpty())
-        sql += QStringLiteral(" WHERE (") + filter + QLatin1Char(')');
-    QStringList order;
-    for (const SortKey &key : std::as_const(m_sortKeys))
-        // With a filter, walking the sort column's index over all rows costs more than sorting the few that pass.
-        order << (filter.isEmpty() ? QString() : QStringLiteral("+")) + Bracket(key.column)
-                     + (key.descending ? QStringLiteral(" DESC") : QString());
-    // The clash id last: rows of equal keys, and an unsorted grid, in clash order.
-    order << QStringLiteral("clash_id");
-    sql += QStringLiteral(" ORDER BY ") + order.join(QStringLiteral(", ")) + QLatin1Char(';');
-
-    std::vector<qint64> ids;
-    ids.reserve(m_ids.size());
-    qint32 approved = 0;
-    SqliteStatement statement(ClashConnection(), sql);
-    while (statement.Step()) {
-        ids.push_back(statement.Column(0).toLongLong());
-        approved += statement.Column(1).toInt() == 1 ? 1 : 0;
+    GroupTree rows;
+    if (m_groupColumns.isEmpty()) {
+        ClashIdList list = ReadClashIds(filter, m_sortKeys, countApproved);
+        rows.SetClashes(std::move(list.ids), countApproved ? list.approved : m_rows.ApprovedCount());
+    } else {
+        rows.SetGroups(int(m_groupColumns.size()), ReadClashGroups(m_groupColumns, filter, m_sortKeys));
+        Reopen(rows, open, filter);
     }
     beginResetModel();
-    m_ids = std::move(ids);
-    if (countApproved)
-        m_approvedRows = approved;
+    m_rows = std::move(rows);
     InvalidateCache();
     endResetModel();
+}
+
+void ClashGridModel::Reopen(GroupTree &rows, const QList<QVariantList> &paths, const QString &filter) const
+{
+    std::vector<int> groups;
+    QList<QVariantList> innermost;
+    std::vector<int> innermostGroups;
+    for (const QVariantList &path : paths) {
+        const int group = rows.GroupOfPath(path);
+        if (group < 0)
+            continue;
+        if (rows.IsInnermost(group)) {
+            innermost << path;
+            innermostGroups.push_back(group);
+        } else {
+            groups.push_back(group);
+        }
+    }
+    if (!innermost.isEmpty()) {
+        std::vector<std::vector<qint64>> ids = ReadGroupClashIds(m_groupColumns, innermost, filter, m_sortKeys);
+        for (size_t i = 0; i < innermostGroups.size(); ++i) {
+            rows.SetGroupClashes(innermostGroups[i], std::move(ids[i]));
+            groups.push_back(innermostGroups[i]);
+        }
+    }
+    for (const int group : groups)
+        rows.MarkOpen(group, true);
+    rows.Layout();
 }
 
 int ClashGridModel::Refresh(qint64 keepClashId)
 {
     return Frame("ClashGridModel::Refresh", [&] {
+        const QList<QVariantList> open = OpenGroupPaths();
         beginResetModel();
         ReadColumns();
         endResetModel();
-        ReadIds();
+        ReadRows(true, open);
         return keepClashId < 0 ? -1 : RowOfClash(keepClashId);
     });
 }
 
-int ClashGridModel::RowOfClash(qint64 clashId) const
-{
-    const auto found = std::find(m_ids.begin(), m_ids.end(), clashId);
-    return found == m_ids.end() ? -1 : int(found - m_ids.begin());
-}
-
 int ClashGridModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : int(m_ids.size());
+    return parent.isValid() ? 0 : m_rows.RowCount();
 }
 
 int ClashGridModel::columnCount(const QModelIndex &parent) const
@@ -128,19 +147,21 @@ const QVariantList *ClashGridModel::CachedRow(int row) const
         return &m_cache.front().second.at(size_t(row - first));
     }
 
-    const int count = std::min<int>(BlockSize, int(m_ids.size()) - first);
+    const int count = std::min<int>(BlockSize, rowCount() - first);
     QStringList ids;
     std::unordered_map<qint64, int> place;
     for (int i = 0; i < count; ++i) {
-        const qint64 id = m_ids[size_t(first + i)];
-        ids << QString::number(id);
-        place.emplace(id, i);
+        const GridRow &row = m_rows.Row(first + i);
+        if (row.band)
+            continue;
+        ids << QString::number(row.clashId);
+        place.emplace(row.clashId, i);
     }
     Block rows(size_t(count), QVariantList(m_columnNames.size()));
     SqliteStatement statement(ClashConnection(),
                               QStringLiteral("SELECT * FROM [clashes] WHERE clash_id IN (") + ids.join(QLatin1Char(',')) + QStringLiteral(");"));
     const int idColumn = int(m_columnNames.indexOf(QStringLiteral("clash_id")));
-    while (statement.Step()) {
+    while (!ids.isEmpty() && statement.Step()) {
         const auto at = place.find(statement.Column(idColumn).toLongLong());
         if (at == place.end())
             continue;
@@ -168,6 +189,8 @@ QVariant ClashGridModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount() || index.column() >= columnCount())
         return {};
+    if (IsBand(index.row()))
+        return BandData(index.row(), index.column(), role);
     const QString &name = m_columnNames.at(index.column());
     switch (role) {
     case Qt::DisplayRole:
@@ -194,14 +217,15 @@ QVariant ClashGridModel::headerData(int section, Qt::Orientation orientation, in
 Qt::ItemFlags ClashGridModel::flags(const QModelIndex &index) const
 {
     Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    if (index.isValid() && index.column() == m_actionDisciplineColumn && !IsReadOnly())
+    if (index.isValid() && index.column() == m_actionDisciplineColumn && !IsReadOnly() && !IsBand(index.row()))
         flags |= Qt::ItemIsEditable;
     return flags;
 }
 
 bool ClashGridModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
-    if (role != Qt::EditRole || !index.isValid() || index.column() != m_actionDisciplineColumn || IsReadOnly())
+    if (role != Qt::EditRole || !index.isValid() || index.column() != m_actionDisciplineColumn || IsReadOnly()
+        || IsBand(index.row()))
         return false;
     return Frame("ClashGridModel::setData", [&] {
         SqliteStatement update(ClashConnection(),
@@ -253,9 +277,9 @@ void ClashGridModel::SetColumnFilters(const QStringList &texts)
         if (view.Filter == filterBefore)
             return;
         try {
-            ReadIds();
+            ReadRows(true, OpenGroupPaths());
         } catch (const Failure &) {
-            // A refused statement left the ids as they were.
+            // A refused statement left the rows as they were.
             m_filterTexts = textsBefore;
             view.Filter = filterBefore;
             throw;
@@ -271,17 +295,18 @@ void ClashGridModel::ApplyFilter(int column)
         return;
     const QString before = view.Filter;
     view.Filter = expression;
+    const QList<QVariantList> open = OpenGroupPaths();
     try {
-        ReadIds();
+        ReadRows(true, open);
     } catch (const Failure &) {
         // The cell that broke the statement is emptied; the grid goes on with the others.
         m_filterTexts[column].clear();
         view.Filter = GridFilterExpression(m_columns, m_filterTexts);
         try {
-            ReadIds();
+            ReadRows(true, open);
         } catch (const Failure &) {
             view.Filter = before;
-            ReadIds();
+            ReadRows(true, open);
         }
         throw;
     }
@@ -298,31 +323,113 @@ void ClashGridModel::SortByColumn(int column)
     });
 }
 
-void ClashGridModel::SetGroupColumns(const QStringList &columns)
-{
-    Frame("ClashGridModel::SetGroupColumns", [&] {
-        QStringList names;
-        QList<SortKey> keys;
-        for (const QString &column : columns) {
-            if (ColumnOf(column) < 0)
-                continue;
-            names << Bracket(column);
-            keys.append({column, false});
-        }
-        ApplySort(names.join(QStringLiteral(", ")), keys);
-    });
-}
-
-void ClashGridModel::ApplySort(const QString &sort, QList<SortKey> keys)
+void ClashGridModel::ApplySort(const QString &sort, QList<GridSortKey> keys)
 {
     m_sort = sort;
     m_sortKeys = std::move(keys);
-    ReadIds(false);
+    ReadRows(false, OpenGroupPaths());
+}
+
+void ClashGridModel::SetGroupColumns(const QStringList &columns)
+{
+    Frame("ClashGridModel::SetGroupColumns", [&] {
+        QStringList known;
+        for (const QString &column : columns)
+            if (ColumnOf(column) >= 0 && !known.contains(column))
+                known << column;
+        const QStringList before = m_groupColumns;
+        m_groupColumns = known;
+        try {
+            ReadRows(true, {});
+        } catch (const Failure &) {
+            m_groupColumns = before;
+            throw;
+        }
+    });
+}
+
+void ClashGridModel::SetGroupOpen(int row, bool open)
+{
+    Frame("ClashGridModel::SetGroupOpen", [&] {
+        if (row < 0 || row >= rowCount() || !IsBand(row))
+            return;
+        const int group = m_rows.Row(row).group;
+        if (m_rows.Group(group).open == open)
+            return;
+        if (open && m_rows.IsInnermost(group) && !m_rows.Group(group).idsRead)
+            m_rows.SetGroupClashes(group, std::move(ReadGroupClashIds(m_groupColumns, {m_rows.Path(group)}, GetGridFilter(),
+                                                                      m_sortKeys).front()));
+        const int beneath = m_rows.RowsBeneath(group);
+        if (open) {
+            if (beneath > 0)
+                beginInsertRows({}, row + 1, row + beneath);
+            m_rows.Open(row);
+        } else {
+            if (beneath > 0)
+                beginRemoveRows({}, row + 1, row + beneath);
+            m_rows.Close(row);
+        }
+        // The blocks hold rows by number, and the numbers below moved.
+        InvalidateCache();
+        if (beneath > 0 && open)
+            endInsertRows();
+        else if (beneath > 0)
+            endRemoveRows();
+        Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1), {GroupOpenRole});
+    });
+}
+
+QVariantList ClashGridModel::GroupPathOfRow(int row) const
+{
+    return row >= 0 && row < rowCount() && IsBand(row) ? m_rows.Path(m_rows.Row(row).group) : QVariantList();
+}
+
+int ClashGridModel::RowOfGroupPath(const QVariantList &path) const
+{
+    const int group = path.isEmpty() ? -1 : m_rows.GroupOfPath(path);
+    return group < 0 ? -1 : m_rows.RowOfGroup(group);
+}
+
+QList<QVariantList> ClashGridModel::OpenGroupPaths() const
+{
+    QList<QVariantList> paths;
+    for (const int group : m_rows.OpenGroups())
+        paths << m_rows.Path(group);
+    return paths;
+}
+
+void ClashGridModel::OpenGroups(const QList<QVariantList> &paths)
+{
+    Frame("ClashGridModel::OpenGroups", [&] {
+        if (m_groupColumns.isEmpty() || paths.isEmpty())
+            return;
+        GroupTree rows = m_rows;
+        Reopen(rows, paths, GetGridFilter());
+        beginResetModel();
+        m_rows = std::move(rows);
+        InvalidateCache();
+        endResetModel();
+    });
+}
+
+QVariant ClashGridModel::BandData(int row, int column, int role) const
+{
+    const ClashGroup &group = m_rows.Group(m_rows.Row(row).group);
+    switch (role) {
+    case Qt::DisplayRole:
+        return column == 0 ? GroupBandText(m_groupColumns.value(group.level), group) : QVariant();
+    case GroupLevelRole:
+        return group.level;
+    case GroupOpenRole:
+        return group.open;
+    default:
+        return {};
+    }
 }
 
 qint64 ClashGridModel::MemoryBytes() const
 {
-    qint64 bytes = qint64(m_ids.capacity() * sizeof(qint64));
+    qint64 bytes = m_rows.MemoryBytes();
     for (const auto &[block, rows] : m_cache)
         for (const QVariantList &row : rows) {
             bytes += qint64(sizeof(QVariantList) + row.size() * sizeof(QVariant));

@@ -11,5 +11,6 @@ inline constexpr char GridSettingAutomaticFilter[] = "Setting automatic filter .
 inline constexpr char GridDragHeaderHint[] = "Drag a column header here to group by that column";
 inline constexpr char GridGroupByThisColumn[] = "Group by this column";
 inline constexpr char GridRemoveGroupColumn[] = "Remove the grouping by '%0%'";
+inline constexpr char GridGroupBand[] = "%0%: %1% (%2% clashes: %3% approved, %4% unapproved)";
 
 } // namespace fx::msg

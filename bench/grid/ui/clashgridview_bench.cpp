@@ -1,7 +1,8 @@
 // The clash grid window on 500,000 clashes shaped like `clashes`, offscreen: a filter typed
-// into the filter row, a header click, a jump of the scroll bar, each until the first screen
-// is painted; and ShowClashesInGrid over the built view with the automatic filter. Counters:
-// rows in view and the process's peak resident memory.
+// into the filter row, a header click, a jump of the scroll bar, a header dropped on the group
+// area, a group opened, each until the first screen is painted; and ShowClashesInGrid over the
+// built view with the automatic filter. Counters: rows in view and the process's peak resident
+// memory.
 
 #include "frame/settings.h"
 #include "../spreadvalues.h"
@@ -9,6 +10,7 @@
 #include "../../support/peakmemory.h"
 #include "grid/clashgridmodel.h"
 #include "grid/ui/clashgridview.h"
+#include "grid/ui/gridtable.h"
 #include "pds/sqlitedb.h"
 #include "store/clashstore.h"
 #include "store/clashtables.h"
@@ -173,6 +175,54 @@ void BM_Jump(benchmark::State &state)
     window.ClearAll();
 }
 BENCHMARK(BM_Jump)->Unit(benchmark::kMillisecond);
+
+// A header dropped on the group area, the grid ungrouped before outside the timing: one
+// GROUP BY over the clashes in view, the bands painted.
+void BM_GroupByColumn(benchmark::State &state, const char *column, const char *status)
+{
+    Window &window = TheWindow();
+    for (auto _ : state) {
+        state.PauseTiming();
+        window.ClearAll();
+        if (status)
+            window.view->SetFilterText(QStringLiteral("status"), QLatin1String(status));
+        state.ResumeTiming();
+        window.view->SetGroupColumns({QLatin1String(column)});
+        window.Paint();
+    }
+    Report(state, window);
+    window.ClearAll();
+}
+BENCHMARK_CAPTURE(BM_GroupByColumn, few_values, "type", nullptr)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_GroupByColumn, discipline_unapproved, "discipline_a", "Unapproved")->Unit(benchmark::kMillisecond);
+
+// A click on the band of the largest group of a column of few values: its clashes read in the
+// grid's order, the first screen under it painted. Grouped anew outside the timing, so that
+// each click reads the group's clashes.
+void BM_OpenGroup(benchmark::State &state)
+{
+    Window &window = TheWindow();
+    window.ClearAll();
+    const QStringList columns{QStringLiteral("type")};
+    window.view->SetGroupColumns(columns);
+    fx::ClashGridModel *model = window.view->Model();
+    int largest = 0;
+    for (int row = 1; row < model->rowCount(); ++row)
+        if (model->GroupCountOfRow(row) > model->GroupCountOfRow(largest))
+            largest = row;
+    auto &table = static_cast<fx::GridTable &>(*window.view->Table());
+    for (auto _ : state) {
+        state.PauseTiming();
+        window.view->SetGroupColumns(columns);
+        state.ResumeTiming();
+        table.SetGroupOpen(largest, true);
+        window.Paint();
+    }
+    state.counters["group_rows"] = window.view->Model()->GroupCountOfRow(largest);
+    Report(state, window);
+    window.ClearAll();
+}
+BENCHMARK(BM_OpenGroup)->Unit(benchmark::kMillisecond);
 
 // The view bound anew over the built `clashes`: settings, the automatic filter, the first screen.
 void BM_ShowClashesInGrid(benchmark::State &state)

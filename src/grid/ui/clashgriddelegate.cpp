@@ -76,7 +76,8 @@ void ClashGridDelegate::initStyleOption(QStyleOptionViewItem *option, const QMod
 
 void ClashGridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    if (!RowReadable(index))
+    // The table draws a band across the whole row itself.
+    if (index.data(ClashGridModel::GroupLevelRole).isValid() || !RowReadable(index))
         return;
     QStyledItemDelegate::paint(painter, option, index);
     // An editable cell shows the button of its drop-down list at its right end.

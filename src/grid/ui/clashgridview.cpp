@@ -13,6 +13,7 @@
 #include "grid/ui/clashgriddelegate.h"
 #include "grid/ui/filterheader.h"
 #include "grid/ui/gridplace.h"
+#include "grid/ui/gridtable.h"
 #include "grid/ui/grouparea.h"
 #include "grid/ui/valuepopup.h"
 #include "store/clashview.h"
@@ -45,7 +46,7 @@ struct ClashGridView::Parts
 {
     GroupArea *groupArea = nullptr;
     QLabel *caption = nullptr;
-    QTableView *table = nullptr;
+    GridTable *table = nullptr;
     FilterHeader *header = nullptr;
     ValuePopup *popup = nullptr;
     std::unique_ptr<ClashGridModel> model;
@@ -98,13 +99,13 @@ ClashGridView::ClashGridView(QWidget *parent) : QWidget(parent), m_parts(std::ma
     p.caption->setObjectName(QStringLiteral("gridCaption"));
     // Counts and names, already in the user's language: no text to look up.
     p.caption->setProperty(NoTranslateProperty, true);
-    p.table = new QTableView(this);
+    p.table = new GridTable(this);
     p.table->setObjectName(QStringLiteral("clashGrid"));
     p.header = new FilterHeader(p.table);
     p.table->setHorizontalHeader(p.header);
     p.popup = new ValuePopup(this);
 
-    QTableView *table = p.table;
+    GridTable *table = p.table;
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     table->setWordWrap(false);
@@ -180,6 +181,9 @@ void ClashGridView::Bind(std::unique_ptr<ClashGridModel> model)
     p.table->setModel(p.model.get());
     delete oldSelection;
     connect(p.model.get(), &QAbstractItemModel::modelReset, this, [this] { ++m_parts->resets; });
+    // Rows come and go also as groups open and close.
+    connect(p.model.get(), &QAbstractItemModel::rowsInserted, this, [this] { ++m_parts->resets; });
+    connect(p.model.get(), &QAbstractItemModel::rowsRemoved, this, [this] { ++m_parts->resets; });
     p.header->setSortIndicator(-1, Qt::AscendingOrder);
     p.header->SetFilterCells(p.model->ColumnNames(), [](const QString &column) { return column != kReviewDate; });
     // The header grew by the filter row: the table places its rows below it again.
@@ -208,8 +212,10 @@ void ClashGridView::ShowClashesInGrid()
         std::optional<Failure> kept;
         qint64 keepClash = -1;
         QHash<QString, QString> carried;
+        QList<QVariantList> openGroups;
         if (p.model) {
             keepClash = CurrentClashId();
+            openGroups = p.model->OpenGroupPaths();
             // A rebuild keeps the user's columns as they are now, the filter of status too.
             SaveColumnSettings();
             for (int column = 0; column < p.model->columnCount(); ++column)
@@ -230,8 +236,12 @@ void ClashGridView::ShowClashesInGrid()
             SetAutoFilter();
             QStringList groups = p.groupColumns;
             groups.removeIf([&](const QString &column) { return !names.contains(column); });
-            if (!groups.isEmpty())
+            if (!groups.isEmpty()) {
                 p.model->SetGroupColumns(groups);
+                // The groups the user had open stay open, when the grouping is still the same.
+                if (groups == p.groupColumns)
+                    p.model->OpenGroups(openGroups);
+            }
             p.groupColumns = groups;
             p.groupArea->ShowColumns(groups);
             const int row = keepClash < 0 || p.model->rowCount() == 0 ? -1 : p.model->RowOfClash(keepClash);
@@ -354,7 +364,7 @@ void ClashGridView::ShowCounts(bool exact)
                 p.totalApproved = GetTotalApprovedClashCount();
             // After a filter or a sort the rows in view are the model's, counted as it read them.
             const ClashCounts counts = exact ? ClashCounts{GetTotalClashCount(), *p.totalApproved, GetClashCount(), GetApprovedClashCount()}
-                                             : ClashCounts{GetTotalClashCount(), *p.totalApproved, p.model->rowCount(),
+                                             : ClashCounts{GetTotalClashCount(), *p.totalApproved, p.model->ClashCount(),
                                                            p.model->ApprovedRows()};
             caption = ClashCountsCaption(counts);
         } catch (const std::exception &) {
@@ -442,10 +452,8 @@ void ClashGridView::HeaderClicked(int column)
     WaitCursor wait;
     const GridPlace place = p.Remember();
     try {
+        // The grouping stays: the rows sort within their groups.
         p.model->SortByColumn(column);
-        // A sort by one column takes the place of the grouping.
-        p.groupColumns.clear();
-        p.groupArea->ShowColumns({});
         const bool descending = p.model->Sort().endsWith(QLatin1String(" DESC"));
         p.header->setSortIndicator(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
     } catch (const Failure &failure) {
@@ -473,7 +481,6 @@ void ClashGridView::ApplyGroupColumns(const QStringList &columns)
         known.removeIf([&](const QString &column) { return p.model->ColumnOf(column) < 0; });
         p.model->SetGroupColumns(known);
         p.groupColumns = known;
-        p.header->setSortIndicator(-1, Qt::AscendingOrder);
     } catch (const Failure &failure) {
         ShowMessage(failure, MbIconExclamation);
     }
@@ -512,7 +519,7 @@ QList<qint64> ClashGridView::SelectedClashIds() const
     QList<qint64> ids;
     if (!p.model)
         return ids;
-    const std::vector<int> rows = SelectedRows(*p.table);
+    const std::vector<int> rows = SelectedRows(*p.table, *p.model);
     const quint64 resets = p.resets;
     const ClashGridModel *model = p.model.get();
     for (const int row : rows) {
@@ -527,7 +534,7 @@ QList<qint64> ClashGridView::SelectedClashIds() const
 
 int ClashGridView::SelectedCount() const
 {
-    return m_parts->model ? int(SelectedRows(*m_parts->table).size()) : 0;
+    return m_parts->model ? int(SelectedRows(*m_parts->table, *m_parts->model).size()) : 0;
 }
 
 void ClashGridView::SelectClashes(const QList<qint64> &clashIds)

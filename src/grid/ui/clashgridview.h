@@ -1,8 +1,9 @@
 #pragma once
 // The clash grid as reviewers see it: a group-by area on top, the table with a filter row under
-// its header, and the caption that is the window's status line. The rows come from
-// ClashGridModel; this widget keeps the user's place, the column settings of Config.ini and the
-// grid's rules for filters, sorting, grouping, selection and the action_discipline editor.
+// its header and the bands of the groups, and the caption that is the window's status line.
+// The rows come from ClashGridModel; this widget keeps the user's place, the column settings of
+// Config.ini and the grid's rules for filters, sorting, grouping, selection and the
+// action_discipline editor.
 
 #include <QString>
 #include <QStringList>
@@ -55,12 +56,14 @@ public:
     ClashGridModel *Model() const;
     QTableView *Table() const;
 
-    /// The clash ids of the selected rows, in row order, letting events run between rows.
+    /// The clash ids of the selected rows, in row order, letting events run between rows. A
+    /// selected band stands for no clash: commands act on the clash rows the user selected.
     QList<qint64> SelectedClashIds() const;
+    /// The selected clash rows.
     int SelectedCount() const;
     /// Selects exactly the rows of these clashes; the first becomes the current row.
     void SelectClashes(const QList<qint64> &clashIds);
-    /// The clash of the current row; -1 for none.
+    /// The clash of the current row; -1 for none or a band.
     qint64 CurrentClashId() const;
 
     /// The text of a column's filter cell.

@@ -16,6 +16,7 @@ GridPlace RememberPlace(const QTableView &table, const ClashGridModel &model)
     const QModelIndex current = table.currentIndex();
     if (current.isValid() && current.row() < model.rowCount()) {
         place.clashId = model.ClashIdOfRow(current.row());
+        place.band = model.GroupPathOfRow(current.row());
         place.column = current.column();
     }
     place.left = table.horizontalScrollBar()->value();
@@ -29,14 +30,14 @@ void RestorePlace(QTableView &table, const ClashGridModel &model, const GridPlac
     table.doItemsLayout();
     table.horizontalScrollBar()->setValue(place.left);
     table.verticalScrollBar()->setValue(place.top);
-    const int row = place.clashId < 0 ? -1 : model.RowOfClash(place.clashId);
+    const int row = place.clashId >= 0 ? model.RowOfClash(place.clashId) : model.RowOfGroupPath(place.band);
     // Made current as a click would: the row alone selected, scrolled into view if it left it.
     if (row >= 0)
         table.selectionModel()->setCurrentIndex(model.index(row, std::max(place.column, 0)),
                                                 QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
-std::vector<int> SelectedRows(const QTableView &table)
+std::vector<int> SelectedRows(const QTableView &table, const ClashGridModel &model)
 {
     // From the ranges: the selection model's own row list tests every row against every range.
     std::vector<int> rows;
@@ -44,7 +45,8 @@ std::vector<int> SelectedRows(const QTableView &table)
         return rows;
     for (const QItemSelectionRange &range : table.selectionModel()->selection())
         for (int row = range.top(); row <= range.bottom(); ++row)
-            rows.push_back(row);
+            if (!model.IsBand(row))
+                rows.push_back(row);
     std::sort(rows.begin(), rows.end());
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     return rows;

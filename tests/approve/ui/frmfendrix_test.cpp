@@ -174,11 +174,23 @@ TEST_F(ApprovalWindow, a_reviewer_filters_sorts_groups_and_approves_the_selectio
     Grid().ClickHeader(u"clash_id"_s);
     EXPECT_GT(Grid().Model()->ClashIdOfRow(0), Grid().Model()->ClashIdOfRow(1));
     Grid().SetGroupColumns({u"discipline_a"_s});
-    fxtest::Screenshot(&w, "approval-window-grouped");
+    // A band stands for no clash: a selection of bands alone approves nothing.
+    Grid().Table()->selectRow(0);
+    ASSERT_TRUE(Grid().Model()->IsBand(0));
+    boxes.boxes.clear();
+    w.RunToolButton(1);
+    ASSERT_EQ(boxes.boxes.size(), 1u);
+    EXPECT_TRUE(boxes.boxes[0].text.contains(u"No clashes selected"_s)) << boxes.boxes[0].text.toStdString();
+    EXPECT_FALSE(fx::GetClashesChanged());
 
-    // Approve real three clashes: the store has them, the window knows of the change.
-    const QList<qint64> chosen = FirstRows(3);
+    // Approve real three clashes of the first group: the store has them, the window knows of the change.
+    Grid().Model()->SetGroupOpen(0, true);
+    fxtest::Screenshot(&w, "approval-window-grouped");
+    const QList<qint64> chosen = FirstRows(4).mid(1);
     Grid().SelectClashes(chosen);
+    // The band selected with them adds nothing.
+    Grid().Table()->selectionModel()->select(Grid().Model()->index(0, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    ASSERT_EQ(Grid().SelectedClashIds(), chosen);
     w.RunToolButton(1);
     EXPECT_EQ(Count(InList(chosen) + u" AND status = 'Approved' AND action = 'Approve Real Clash'"_s), 3);
     EXPECT_TRUE(fx::GetClashesChanged());

@@ -16,7 +16,6 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QListView>
-#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTest>
 
@@ -25,24 +24,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class GridGestures : public fxtest::GridWindow
-{
-protected:
-    // A click on a row's first visible cell, as the mouse gives it.
-    void ClickRow(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        Click(Table().visualRect(Model().index(row, Column(u"type"_s))).center(), modifiers);
-    }
-
-    void Click(const QPoint &at, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            QMouseEvent event(type, at, Table().viewport()->mapToGlobal(at), Qt::LeftButton,
-                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, modifiers);
-            QApplication::sendEvent(Table().viewport(), &event);
-        }
-    }
-};
+using GridGestures = fxtest::GridWindow;
 
 TEST_F(GridGestures, rows_selected_with_ctrl_and_shift_give_their_clash_ids_in_row_order)
 {

@@ -18,9 +18,11 @@
 #include "support/sandbox.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
 #include <QHeaderView>
+#include <QMouseEvent>
 #include <QTableView>
 
 #include <gtest/gtest.h>
@@ -82,6 +84,22 @@ protected:
         for (int row = 0; row < Model().rowCount(); ++row)
             ids << Model().ClashIdOfRow(row);
         return ids;
+    }
+
+    // A click on a row's cell of `type`, as the mouse gives it.
+    void ClickRow(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        Click(Table().visualRect(Model().index(row, Column(QStringLiteral("type")))).center(), modifiers);
+    }
+
+    // A click at a place of the table's viewport, as the mouse gives it.
+    void Click(const QPoint &at, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, at, Table().viewport()->mapToGlobal(at), Qt::LeftButton,
+                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, modifiers);
+            QApplication::sendEvent(Table().viewport(), &event);
+        }
     }
 
     static qint64 StoreCount(const QString &where)

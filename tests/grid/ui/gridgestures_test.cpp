@@ -218,6 +218,7 @@ TEST_F(GridGestures, lists_of_discipline_values_look_as_their_cells_and_one_clic
         for (int x = 0; x < list.width() && !shown; ++x)
             shown = list.pixelColor(x, y) == piping;
     EXPECT_TRUE(shown) << "the list paints Piping in its colour";
+    Screenshot(*popup, u"discipline_drop_down"_s);
     popup->hide();
 
     // One click on the arrow of an action_discipline cell, and its list is open.
@@ -235,6 +236,7 @@ TEST_F(GridGestures, lists_of_discipline_values_look_as_their_cells_and_one_clic
     EXPECT_EQ(editor->itemData(structural, Qt::ForegroundRole).value<QBrush>().color(), QColor(255, 0, 0));
     EXPECT_TRUE(editor->itemData(structural, Qt::FontRole).value<QFont>().bold());
     EXPECT_EQ(Table().currentIndex().row(), 3);
+    Screenshot(*editor->view()->window(), u"action_discipline_list"_s);
     // A click elsewhere in the cell only selects, as before.
     editor->hidePopup();
     Q_EMIT Table().itemDelegate()->closeEditor(editor);

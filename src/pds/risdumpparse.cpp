@@ -76,7 +76,7 @@ QStringList RISDumpGetTables(const QString &dumpFile, const QString &schema)
         OpenDump(file, msg::RISDumpFileNotFound);
         RISDumpReader reader(file);
         if (!reader.FindSchema(schema))
-            Raise(msg::SchemaNameNotInDumpFile, {schema});
+            Raise(msg::SchemaNameNotInDumpFile, {dumpFile});
         QStringList tables;
         QByteArrayView line;
         while (reader.ReadLine(line) && RISDumpReader::SchemaOfLine(line).isEmpty()) {

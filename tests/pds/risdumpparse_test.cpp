@@ -219,7 +219,7 @@ TEST(RisDumpParse, a_table_of_a_later_schema_is_found_only_within_that_schema)
                   + ArgForm(msg::TableNotInDumpFile, {QStringLiteral("only_second"), QStringLiteral("first"), dump}));
 
     EXPECT_EQ(fxtest::FailureText([&] { risdump::RISDumpGetTables(dump, QStringLiteral("third")); }),
-              QStringLiteral("CRIS::RISDumpGetTables: ") + ArgForm(msg::SchemaNameNotInDumpFile, {QStringLiteral("third")}));
+              QStringLiteral("CRIS::RISDumpGetTables: ") + ArgForm(msg::SchemaNameNotInDumpFile, {dump}));
     EXPECT_EQ(fxtest::FailureText([&] { risdump::RISDumpGetSchemas(dump + QStringLiteral("x")); }),
               QStringLiteral("CRIS::RISDumpGetSchemas: ") + ArgForm(msg::RISDumpFileColonNotFound, {dump + QStringLiteral("x")}));
     EXPECT_EQ(fxtest::FailureText([&] { risdump::RISDumpGetTables(dump + QStringLiteral("x"), QStringLiteral("first")); }),

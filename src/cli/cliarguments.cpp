@@ -13,20 +13,37 @@ struct StepWord
     const char *word;
     StepKind kind;
     int operands;
+    bool changes; ///< the last operand is the CONDITION of a change to the clashes
 };
 
 constexpr StepWord kSteps[] = {
-    {"counts", StepKind::Counts, 0},          {"filter", StepKind::Filter, 1},
-    {"approve-real", StepKind::ApproveReal, 1}, {"approve-false", StepKind::ApproveFalse, 1},
-    {"unapprove", StepKind::Unapprove, 1},     {"describe", StepKind::Describe, 2},
-    {"export-csv", StepKind::ExportCsv, 1},    {"save-file", StepKind::SaveFile, 1},
-    {"save-project", StepKind::SaveProject, 0},
+    {"counts", StepKind::Counts, 0, false},
+    {"filter", StepKind::Filter, 1, false},
+    {"approve-real", StepKind::ApproveReal, 1, true},
+    {"approve-false", StepKind::ApproveFalse, 1, true},
+    {"unapprove", StepKind::Unapprove, 1, true},
+    {"describe", StepKind::Describe, 2, true},
+    {"export-csv", StepKind::ExportCsv, 1, false},
+    {"save-file", StepKind::SaveFile, 1, false},
+    {"save-project", StepKind::SaveProject, 0, false},
 };
 
 [[noreturn]] void Refuse(const char *message, const QStringList &args = {})
 {
     // The reason is filled in here: arguments in argument form can't nest.
     Raise(msg::CliArgumentsRefused, {TranslateText(ArgForm(message, args)), UsageText()});
+}
+
+// The condition of a change as the store takes it: ALL, in any case, is every clash (the store's
+// empty condition). An empty one is refused: a script's unset variable must not change them all.
+QString ChangeCondition(const QString &word, const QString &condition)
+{
+    const QString trimmed = condition.trimmed();
+    if (trimmed.isEmpty())
+        Refuse(msg::CliConditionEmpty, {word});
+    if (trimmed.compare(QLatin1String("ALL"), Qt::CaseInsensitive) == 0)
+        return QString();
+    return condition;
 }
 
 } // namespace
@@ -75,7 +92,10 @@ Arguments ParseArguments(const QStringList &args)
                 Refuse(msg::CliUnknownStep, {word});
             if (i + found->operands >= args.size())
                 Refuse(msg::CliStepWithoutOperands, {word, QString::number(found->operands)});
-            parsed.steps << Step{found->kind, args.mid(i + 1, found->operands)};
+            Step step{found->kind, args.mid(i + 1, found->operands)};
+            if (found->changes)
+                step.values.last() = ChangeCondition(word, step.values.last());
+            parsed.steps << step;
             i += found->operands;
         }
         if (parsed.clashFile.isEmpty() == parsed.controlFile.isEmpty())

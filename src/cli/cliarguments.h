@@ -24,7 +24,9 @@ enum class StepKind {
 struct Step
 {
     StepKind kind;
-    QStringList values; ///< the step's operands, as many as the step takes
+    /// The step's operands, as many as the step takes. A change's condition is never empty as
+    /// given: ALL stands for every clash and is kept here as the empty condition.
+    QStringList values;
 };
 
 struct Arguments

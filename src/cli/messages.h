@@ -18,7 +18,8 @@ inline constexpr char CliUsage[] =
     "  save-project               write the changes back to the project\n"
     "\n"
     "A CONDITION is a condition on the columns of the clash table, as clash_id < 100 or\n"
-    "discipline_a = 'Piping'. --config names another user config file. Changes not saved by\n"
+    "discipline_a = 'Piping'; ALL (in any case) changes every clash, and an empty CONDITION\n"
+    "is refused. --config names another user config file. Changes not saved by\n"
     "save-file or save-project are lost at the end of the run. The exit status is 0 when every\n"
     "step succeeded, 3 when save-project found nothing to write back, and 1 after a failure,\n"
     "which is written to standard error and the log.";
@@ -27,6 +28,7 @@ inline constexpr char CliOptionWithoutValue[] = "Option '%0%' needs a value";
 inline constexpr char CliUnknownOption[] = "Unknown option '%0%'";
 inline constexpr char CliUnknownStep[] = "Unknown step '%0%'";
 inline constexpr char CliStepWithoutOperands[] = "Step '%0%' needs %1% value(s)";
+inline constexpr char CliConditionEmpty[] = "Step '%0%' needs a condition: write ALL to change every clash";
 inline constexpr char CliProjectNotNamed[] = "Name either a control file and a project, or a clash file";
 inline constexpr char CliChangesNotSaved[] = "PDS-Project '%0%' was modified; the changes were not saved";
 

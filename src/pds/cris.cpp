@@ -13,8 +13,6 @@
 #include "pds/sqlitedb.h"
 #include "pds/textfilequery.h"
 
-#include <QRegularExpression>
-
 namespace fx {
 
 namespace {
@@ -160,10 +158,7 @@ ParsedSQL ParseSQL(const QString &sql)
     return Frame("CRIS::ParseSQL", [&] {
         if (sql.trimmed().isEmpty())
             Raise(msg::SqlNotDefined);
-        // FROM as a word, so that a column such as from_date is not taken for it.
-        static const QRegularExpression from(QStringLiteral("(^|\\s)FROM\\s+"),
-                                             QRegularExpression::CaseInsensitiveOption);
-        const QRegularExpressionMatch match = from.match(sql);
+        const QRegularExpressionMatch match = MatchFromClause(sql);
         if (!match.hasMatch())
             Raise(msg::TableNameNotDefined);
         const qsizetype start = match.capturedEnd();

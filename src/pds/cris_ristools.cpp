@@ -10,6 +10,7 @@
 #include "frame/log.h"
 #include "frame/paths.h"
 #include "frame/registry.h"
+#include "frame/tempdir.h"
 #include "frame/windows1252.h"
 #include "pds/adotypes.h"
 #include "pds/messages.h"
@@ -61,6 +62,16 @@ QStringList RunTool(const QString &commandLine, const QStringList &files, const 
     if (arrived.isEmpty())
         Raise(notFound, {risPath});
     return arrived;
+}
+
+// Where rislod puts the rows it rejects: beside the log, named after it, so the file that the
+// failure names is still there to read. Without a log, in TEMP under a name of its own.
+QString KeptBadFile()
+{
+    const QString log = GetLogFile();
+    if (log.trimmed().isEmpty())
+        return AddBackslash(GetTempEnvDir()) + QStringLiteral("rislod_") + RandomScratchName() + QStringLiteral(".bad");
+    return GetFolderOfPath(log) + GetBaseNameOfPath(log) + QStringLiteral("_rislod.bad");
 }
 
 // A tool's table list: "all", or the names given with ";" between them, with blanks between.
@@ -322,25 +333,28 @@ void CRIS::RISLoad(const QString &dumpFile, const QString &schema, const QString
             if (target.isEmpty())
                 Raise(msg::SchemaNameNotFound);
         }
-        const QString temp = GetTempDir();
-        const ScratchFile ownLog(logFile.isEmpty() ? temp + RandomScratchName() + QStringLiteral(".log") : QString());
+        const ScratchFile ownLog(logFile.isEmpty() ? GetTempDir() + RandomScratchName() + QStringLiteral(".log")
+                                                   : QString());
         const QString log = logFile.isEmpty() ? ownLog.Path() : logFile;
-        const ScratchFile bad(temp + RandomScratchName() + QStringLiteral(".bad"));
+        // A bad file of an earlier load would end the wait for this one at once.
+        const QString bad = KeptBadFile();
         DeleteFileA(log);
+        DeleteFileA(bad);
         const QString command = QuotePath(ToolPath("rislod")) + QStringLiteral(" -m w -i ") + QuotePath(dumpFile)
                                 + QStringLiteral(" -l ") + QuotePath(log) + QStringLiteral(" -b ")
-                                + QuotePath(bad.Path()) + QStringLiteral(" -c ") + QString::number(commitInterval)
+                                + QuotePath(bad) + QStringLiteral(" -c ") + QString::number(commitInterval)
                                 + QStringLiteral(" -s ") + RISName(target)
                                 + (mode == RISLoadMode::Clear ? QStringLiteral(" clear") : QStringLiteral(" new"))
                                 + QStringLiteral(" table with data ") + tableList
                                 + (indexesAndGrants ? QString::fromLatin1(kIndexesAndGrants) : QString());
-        RunTool(command, {log, bad.Path()}, msg::RislodNotFound, GetRISPath());
-        if (IsFileExists(bad.Path()) && GetFileSize(bad.Path()) > 0) {
+        RunTool(command, {log, bad}, msg::RislodNotFound, GetRISPath());
+        if (IsFileExists(bad) && GetFileSize(bad) > 0) {
             WriteLogLine(Banner(QString::fromLatin1(msg::BeginOfBadFile)));
-            AppendFileToLog(bad.Path());
+            AppendFileToLog(bad);
             WriteLogLine(Banner(QString::fromLatin1(msg::EndOfBadFile)));
-            Raise(msg::RisLoadRowsRejected, {dumpFile, bad.Path()});
+            Raise(msg::RisLoadRowsRejected, {dumpFile, bad});
         }
+        DeleteFileA(bad, false);
     });
 }
 

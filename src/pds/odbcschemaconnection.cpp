@@ -25,19 +25,19 @@ void OdbcSchemaConnection::UseSchema(const QString &schema, bool forWrite)
 
 Recordset OdbcSchemaConnection::Read(const QString &sql)
 {
-    return m_connection.Read(sql);
+    return m_connection.Read(ServerStatement(m_kind, sql));
 }
 
 void OdbcSchemaConnection::ReadInSlices(const QString &sql, int sliceRows,
                                         const std::function<void(const QList<RecordsetField> &)> &onFields,
                                         const std::function<void(const QList<QVariantList> &)> &onSlice)
 {
-    m_connection.ReadInSlices(sql, sliceRows, onFields, onSlice);
+    m_connection.ReadInSlices(ServerStatement(m_kind, sql), sliceRows, onFields, onSlice);
 }
 
 void OdbcSchemaConnection::Execute(const QString &sql)
 {
-    m_connection.Execute(sql);
+    m_connection.Execute(ServerStatement(m_kind, sql));
 }
 
 QString OdbcSchemaConnection::CatalogSchema(const QString &schema) const
@@ -90,7 +90,7 @@ void OdbcSchemaConnection::Rollback()
 qint64 OdbcSchemaConnection::ExecuteBatch(const QString &sql, const QList<QVariantList> &rows)
 {
     OdbcStatement statement(m_connection);
-    statement.Prepare(sql);
+    statement.Prepare(ServerStatement(m_kind, sql));
     qint64 changed = 0;
     for (const QVariantList &row : rows)
         changed += statement.ExecutePrepared(row);

@@ -18,7 +18,8 @@ inline constexpr ConfigKey PostgreSQLDriver{"ODBC", "PostgreSQLDriver", "Postgre
 /// The ODBC driver name Fendrix.ini gives for a server kind, else the key's default.
 QString ConfiguredOdbcDriver(const ConfigKey &key);
 
-/// A schema connection of kind 1 (Oracle), 2 (SQL Server) or 3 (PostgreSQL).
+/// A schema connection of kind 1 (Oracle), 2 (SQL Server) or 3 (PostgreSQL). Every statement a
+/// caller gives is in RIS syntax and goes to the server through ServerStatement.
 class OdbcSchemaConnection : public SchemaConnection
 {
 public:

@@ -20,6 +20,8 @@ namespace {
 // A claim first writes the owner with a mark of this claim alone, "#" and eight hex digits:
 // two processes of one user must not both read their own name back.
 constexpr qsizetype kClaimMarkLength = 9;
+// The width PDS declares for lock_owner, taken when the catalog tells none.
+constexpr qsizetype kPdsLockOwnerWidth = 40;
 
 QString WithoutClaimMark(const QString &owner)
 {
@@ -45,6 +47,17 @@ QString OwnerOrLogonUser(const QString &owner)
 QString Now()
 {
     return QString::number(GetDate2TimeStamp(QDateTime::currentDateTime()));
+}
+
+// The characters the project's lock_owner column holds: a schema may declare it narrower than
+// PDS does, and a longer value would be refused or cut by the server.
+qsizetype LockOwnerWidth(CRIS &cris, const QString &project)
+{
+    for (const ColumnDescription &column : cris.DBGetCols(GetProjectSchema(project), QStringLiteral("pdtable_102"))) {
+        if (column.name.compare(QLatin1String("lock_owner"), Qt::CaseInsensitive) == 0 && column.size > 0)
+            return qsizetype(column.size);
+    }
+    return kPdsLockOwnerWidth;
 }
 
 // Runs one statement of a lock operation in the project's schema, committed.
@@ -98,9 +111,12 @@ void ProjectLockA(const QString &project, const QString &owner)
 bool ProjectClaimA(CRIS &cris, const QString &project, const QString &owner, const QDateTime &takeOverDate)
 {
     return Frame("ProjectClaimA", [&] {
-        const QString name = OwnerOrLogonUser(owner);
-        // The owner column holds 40 characters: the name gives way to the mark, never the reverse.
-        const QString claim = name.left(40 - kClaimMarkLength) + QLatin1Char('#')
+        CheckProjectNumber(project);
+        // Both the claim and the name must fit the column: the name gives way to the mark,
+        // never the reverse.
+        const qsizetype width = LockOwnerWidth(cris, project);
+        const QString name = OwnerOrLogonUser(owner).left(width);
+        const QString claim = name.left(qMax<qsizetype>(0, width - kClaimMarkLength)) + QLatin1Char('#')
                               + QString::number(QRandomGenerator::global()->generate() | 0x10000000u, 16);
         QString free = QStringLiteral("lock_status IS NULL OR lock_status <> 1");
         if (takeOverDate.isValid())

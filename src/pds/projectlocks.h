@@ -38,7 +38,8 @@ void ProjectLockA(const QString &project, const QString &owner = QString());
 
 /// Takes the project row's lock for `owner` only if it is free, or still the lock of
 /// `takeOverDate` (one the user agreed to take over): one conditional statement, read back, so
-/// that of two processes claiming at once only one wins. False when another holds it now.
+/// that of two processes claiming at once only one wins. False when another holds it now. The
+/// owner is cut to the width the schema declares for lock_owner.
 bool ProjectClaimA(CRIS &cris, const QString &project, const QString &owner,
                    const QDateTime &takeOverDate = QDateTime());
 

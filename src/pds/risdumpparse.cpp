@@ -15,9 +15,6 @@ namespace fx::risdump {
 
 namespace {
 
-// The widest text column the text driver takes.
-constexpr qsizetype kMaxCharWidth = 239;
-
 void OpenDump(QFile &file, const char *notFound)
 {
     if (!IsFileExists(file.fileName()) || !file.open(QIODevice::ReadOnly))
@@ -35,7 +32,7 @@ TextFileColumn SchemaIniColumn(const RISDumpColumn &column)
         static const QRegularExpression kSize(QStringLiteral("^.*\\((\\d+).*\\).*$"));
         const QRegularExpressionMatch size = kSize.match(type);
         if (size.hasMatch())
-            result.width = qMin(size.captured(1).toLongLong(), qint64(kMaxCharWidth));
+            result.width = qMin(size.captured(1).toLongLong(), qint64(kMaxTextCharWidth));
     } else if (type.contains(QLatin1String("smallint"))) {
         result.type = QStringLiteral("short");
     } else if (type.contains(QLatin1String("int"))) {
@@ -76,7 +73,7 @@ QStringList RISDumpGetTables(const QString &dumpFile, const QString &schema)
         OpenDump(file, msg::RISDumpFileNotFound);
         RISDumpReader reader(file);
         if (!reader.FindSchema(schema))
-            Raise(msg::SchemaNameNotInDumpFile, {schema});
+            Raise(msg::SchemaNameNotInDumpFile, {dumpFile});
         QStringList tables;
         QByteArrayView line;
         while (reader.ReadLine(line) && RISDumpReader::SchemaOfLine(line).isEmpty()) {
@@ -143,9 +140,10 @@ QString RISDumpParse(const QString &tempDir, const QString &dumpFile, const QStr
             TextFileColumn entry = SchemaIniColumn(column);
             if (entry.type.isEmpty())
                 Raise(msg::ColumnTypeNotFound, {column.name});
-            // A fixed-length width places the field in the row: its span, separator included.
+            // A fixed-length width places the field in the row: its span, separator included,
+            // as far as the text driver takes it (the rows were cut to match).
             if (definition.fixed)
-                entry.width = column.span;
+                entry.width = FixedTextWidth(column);
             format.columns << entry;
         }
         WriteSchemaIni(target.Path(), format);

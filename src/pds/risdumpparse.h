@@ -29,7 +29,8 @@ QList<RISDumpColumn> RISDumpGetColumns(const QString &dumpFile, const QString &s
 
 /// Writes the rows of `table` of `schema` as a new text file in `tempDir` (a random name with
 /// ".txt") and its section of the Schema.ini there; gives the text file. Free-form rows become
-/// fields separated by the character 1; fixed-form rows are copied as they stand. With
+/// fields separated by the character 1; fixed-form rows are copied as they stand, but for char
+/// fields wider than the text driver takes, which are cut to 239 characters. With
 /// `replaceNull` the NULL number -32768 becomes 0, fixed-form rows keeping their width.
 QString RISDumpParse(const QString &tempDir, const QString &dumpFile, const QString &schema, const QString &table,
                      bool replaceNull = false, qsizetype blockSize = BlockLineReader::kDefaultBlockSize);

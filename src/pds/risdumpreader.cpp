@@ -5,6 +5,7 @@
 
 #include <QVarLengthArray>
 
+#include <algorithm>
 #include <cstring>
 
 namespace fx {
@@ -58,6 +59,27 @@ qsizetype ToCount(const QByteArray &token, bool *ok)
     const qlonglong value = token.toLongLong(ok);
     *ok = *ok && value >= 1 && value < (qlonglong(1) << 31);
     return qsizetype(value);
+}
+
+// Cuts, in place, each field of the fixed-form row that starts at `from` and ends `text` to
+// its FixedTextWidth, so that the widths of the Schema.ini still place every field. A CR
+// ending the row stays.
+void NarrowFixedRow(QByteArray &text, qsizetype from, const QList<RISDumpColumn> &columns)
+{
+    qsizetype end = text.size();
+    if (end > from && text.at(end - 1) == '\r')
+        --end;
+    qsizetype read = from;
+    qsizetype write = from;
+    for (const RISDumpColumn &column : columns) {
+        if (read >= end)
+            break;
+        const qsizetype kept = qMin(FixedTextWidth(column), end - read);
+        std::memmove(text.data() + write, text.constData() + read, size_t(kept));
+        write += kept;
+        read += column.span;
+    }
+    text.remove(write, end - write);
 }
 
 } // namespace
@@ -458,20 +480,34 @@ bool IsRISNumberType(const QString &type)
     return false;
 }
 
+qsizetype FixedTextWidth(const RISDumpColumn &column)
+{
+    return column.type.contains(QLatin1String("char")) ? qMin(column.span, kMaxTextCharWidth) : column.span;
+}
+
 QByteArrayView RowsAsText(const RISDumpTable &table, QByteArrayView rows, bool replaceNull, QByteArray &buffer)
 {
-    if (table.fixed && !replaceNull)
+    const bool narrow = table.fixed && std::any_of(table.columns.cbegin(), table.columns.cend(), [](const RISDumpColumn &c) {
+                            return FixedTextWidth(c) < c.span;
+                        });
+    if (table.fixed && !replaceNull && !narrow)
         return rows;
     buffer.clear();
-    if (table.fixed)
-        buffer = rows.toByteArray();
+    buffer.reserve(rows.size());
     qsizetype pos = 0;
     while (pos < rows.size()) {
         qsizetype lf = rows.indexOf('\n', pos);
         if (lf < 0)
             lf = rows.size();
         if (table.fixed) {
-            ReplaceNullNumbersInFixedRow(buffer.data() + pos, lf - pos, table.columns);
+            const qsizetype from = buffer.size();
+            buffer += rows.sliced(pos, lf - pos);
+            if (replaceNull)
+                ReplaceNullNumbersInFixedRow(buffer.data() + from, buffer.size() - from, table.columns);
+            if (narrow)
+                NarrowFixedRow(buffer, from, table.columns);
+            if (lf < rows.size())
+                buffer += '\n';
         } else {
             const QByteArrayView line = ChopCR(rows.sliced(pos, lf - pos));
             if (!line.isEmpty())

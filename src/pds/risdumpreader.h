@@ -80,9 +80,17 @@ private:
     bool m_endOfTableFound = false;
 };
 
+/// The widest char column the text driver takes.
+inline constexpr qsizetype kMaxTextCharWidth = 239;
+
+/// Fixed form: the characters of a field the text file keeps, its span, a char column's
+/// capped at kMaxTextCharWidth.
+qsizetype FixedTextWidth(const RISDumpColumn &column);
+
 /// The rows of a block as the text file holds them: free-form rows through
 /// AppendFreeRowDelimited, fixed-form rows as they stand (with `replaceNull`, through
-/// ReplaceNullNumbersInFixedRow). Gives `rows` itself or a view of `buffer`.
+/// ReplaceNullNumbersInFixedRow), each field cut to its FixedTextWidth. Gives `rows` itself or a
+/// view of `buffer`.
 QByteArrayView RowsAsText(const RISDumpTable &table, QByteArrayView rows, bool replaceNull, QByteArray &buffer);
 
 /// True for the dump types whose NULL is the number -32768: smallint, int, decimal, real, double.

@@ -129,8 +129,9 @@ void WriteTable(SqliteDb &db, const QString &table, const QString &where, QFile 
     }
     out += kRISEndOfTable;
     out += kLineEnd;
+    // The index is on every column, as the insert line lists them.
     out += ToWindows1252(QStringLiteral("create unique index u") + table + QStringLiteral(" on ") + table + QStringLiteral(" (")
-                         + names.value(0) + QLatin1Char(')'));
+                         + joined + QLatin1Char(')'));
     out += kLineEnd;
     out += ToWindows1252(QStringLiteral("grant select, insert, delete, update on ") + table + QStringLiteral(" to PUBLIC"));
     out += kLineEnd;

@@ -36,6 +36,22 @@ QString SQLServerName(const QString &name)
     return QLatin1Char('[') + escaped + QLatin1Char(']');
 }
 
+// The closing quote of the quoted part that opens at `open`, doubled quotes inside passed
+// over; -1 when it never closes.
+qsizetype ClosingQuote(const QString &text, qsizetype open)
+{
+    const QChar quote = text.at(open);
+    for (qsizetype i = open + 1; i < text.size(); ++i) {
+        if (text.at(i) != quote)
+            continue;
+        if (i + 1 < text.size() && text.at(i + 1) == quote)
+            ++i;
+        else
+            return i;
+    }
+    return -1;
+}
+
 } // namespace
 
 QString OracleConnectionString(const QString &driver, const QString &server, const QString &user,
@@ -71,6 +87,33 @@ QString PostgreSQLConnectionString(const QString &driver, const QString &server,
         text += QStringLiteral("Port=") + OdbcConnectionValue(port) + QLatin1Char(';');
     return text + QStringLiteral("Database=") + OdbcConnectionValue(database) + QStringLiteral(";Uid=")
            + OdbcConnectionValue(user) + QStringLiteral(";Pwd=") + OdbcConnectionValue(password) + QLatin1Char(';');
+}
+
+QString ServerStatement(DBConType kind, const QString &sql)
+{
+    // Brackets name a thing on SQL Server whatever its QUOTED_IDENTIFIER setting is; Oracle and
+    // PostgreSQL read RIS's double quotes as their own.
+    if (kind != DBConType::SQLServer)
+        return sql;
+    QString server;
+    qsizetype copied = 0;
+    for (qsizetype i = 0; i < sql.size(); ++i) {
+        const QChar c = sql.at(i);
+        if (c != QLatin1Char('\'') && c != QLatin1Char('"'))
+            continue;
+        // A text value goes as it is, double quotes and all.
+        const qsizetype close = ClosingQuote(sql, i);
+        if (close < 0)
+            break;
+        if (c == QLatin1Char('"')) {
+            const QString name = sql.mid(i + 1, close - i - 1).replace(QStringLiteral("\"\""), QStringLiteral("\""));
+            server += QStringView(sql).mid(copied, i - copied);
+            server += SQLServerName(name);
+            copied = close + 1;
+        }
+        i = close;
+    }
+    return server + sql.mid(copied);
 }
 
 QString OracleName(const QString &name)

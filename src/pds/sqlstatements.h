@@ -26,6 +26,10 @@ QString PostgreSQLConnectionString(const QString &driver, const QString &server,
 /// reading or for writing; none for a blank schema, except SQL Server's "REVERT".
 QStringList SchemaStatements(DBConType kind, const QString &schema, bool forWrite);
 
+/// A statement written in RIS syntax as the server of `kind` takes it: SQL Server gets each name
+/// that RIS puts in double quotes in brackets instead; the other kinds take the quotes as RIS does.
+QString ServerStatement(DBConType kind, const QString &sql);
+
 /// `name` as it goes into an Oracle statement unquoted; raises unless it is a plain name
 /// (a letter, then letters, digits, "_", "$", "#").
 QString OracleName(const QString &name);

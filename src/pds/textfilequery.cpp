@@ -74,15 +74,20 @@ void LoadTextFile(SqliteDb &db, const QString &textFile, const QString &alias)
 
 } // namespace
 
+QRegularExpressionMatch MatchFromClause(const QString &sql)
+{
+    // A name such as a_from or from_date holds the letters but is not the word.
+    static const QRegularExpression from(QStringLiteral("\\bFROM\\s+"), QRegularExpression::CaseInsensitiveOption);
+    return from.match(sql);
+}
+
 QString TextFileSelect(const QString &sql, const QString &table, const QString &textFile)
 {
     const QString file = GetFileNameOfPath(textFile);
     const QString alias = file + QStringLiteral(" AS [") + table + QLatin1Char(']');
-    const qsizetype from = sql.toUpper().indexOf(QLatin1String("FROM"));
-    if (from >= 0 && !table.isEmpty()) {
-        qsizetype at = from + 4;
-        while (at < sql.size() && sql.at(at).isSpace())
-            ++at;
+    const QRegularExpressionMatch from = MatchFromClause(sql);
+    if (from.hasMatch() && !table.isEmpty()) {
+        const qsizetype at = from.capturedEnd();
         if (sql.mid(at, table.size()).compare(table, Qt::CaseInsensitive) == 0)
             return sql.left(at) + alias + sql.mid(at + table.size());
     }

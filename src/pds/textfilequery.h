@@ -3,9 +3,14 @@
 
 #include "pds/recordset.h"
 
+#include <QRegularExpressionMatch>
 #include <QString>
 
 namespace fx {
+
+/// The FROM of `sql`, in any case, as a word of its own followed by blanks: the match ends where
+/// the table starts. No match for a text without one.
+QRegularExpressionMatch MatchFromClause(const QString &sql);
 
 /// The caller's SELECT over `table` turned into one over the text file: the table after FROM
 /// becomes the file's name with " AS [table]"; without a FROM naming the table, the whole file.

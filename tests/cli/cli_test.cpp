@@ -246,6 +246,39 @@ TEST_F(Cli, save_project_writes_approvals_back_exits_3_when_nothing_is_new_and_n
     EXPECT_EQ(SchemaIds(approved), open.mid(0, 2));
 }
 
+TEST_F(Cli, a_change_with_an_empty_condition_is_refused_and_ALL_changes_every_clash)
+{
+    Build(u"sqlite"_s, false);
+    const qint64 total = SchemaCount(u"SELECT COUNT(*) FROM pdtable_132 WHERE if_approval_status <> 99"_s);
+    const qint64 approved = SchemaCount(u"SELECT COUNT(*) FROM pdtable_132 WHERE if_approval_status = 2"_s);
+    ASSERT_LT(approved, total);
+
+    // An unset shell variable gives an empty or blank operand: the run stops before it opens,
+    // and the step after it never writes back.
+    const QList<QStringList> empties = {{u"approve-real"_s, QString()},
+                                        {u"approve-false"_s, u"  "_s},
+                                        {u"unapprove"_s, QString()},
+                                        {u"describe"_s, u"seen"_s, u"\t"_s}};
+    for (const QStringList &step : empties) {
+        const CliRun run = Run(Open() + step + QStringList{u"save-project"_s});
+        EXPECT_EQ(run.status, 1) << step.first().toStdString();
+        ASSERT_EQ(run.boxes.size(), 1) << step.first().toStdString();
+        EXPECT_TRUE(run.boxes.first().contains(Shown(msg::CliConditionEmpty, {step.first()}) + u"\n\nUsage: fendrix-cli"_s))
+            << run.boxes.first().toStdString();
+    }
+    EXPECT_EQ(SchemaCount(u"SELECT COUNT(*) FROM pdtable_132 WHERE if_approval_status = 2"_s), approved);
+    EXPECT_TRUE(GetWorkDB().isEmpty()) << "refused before anything opens";
+
+    // ALL, in any case, is the one way to change them all.
+    const CliRun run = Run(Open() + QStringList{u"approve-false"_s, u"All"_s, u"describe"_s, u"checked"_s, u" all "_s,
+                                                u"counts"_s, u"filter"_s, u"review_comment IS NULL OR review_comment <> 'checked'"_s,
+                                                u"counts"_s});
+    ASSERT_EQ(run.status, 0) << run.boxes.join(u'\n').toStdString();
+    const QString caption = Caption(total, total);
+    EXPECT_EQ(run.lines, (QStringList{caption, caption + u"; Filtered: 0 clashes (approved: 0; unapproved: 0)"_s}))
+        << run.lines.join(u'\n').toStdString();
+}
+
 TEST_F(Cli, arguments_that_make_no_run_are_refused_with_the_usage_before_anything_opens)
 {
     EXPECT_EQ(Run({u"--help"_s}).lines.first(), cli::UsageText().split(u'\n').first());

@@ -23,6 +23,7 @@ TEST(ParseSQL, the_table_ends_at_a_blank_else_at_a_semicolon_else_at_the_end)
         {u"select * from pdtable_131;"_s, u"pdtable_131"_s, u";"_s},
         {u"SELECT * FROM pdtable_131"_s, u"pdtable_131"_s, QString()},
         {u"SELECT from_date, x FROM  t2 ORDER BY x"_s, u"t2"_s, u" ORDER BY x"_s},
+        {u"SELECT a_from, x\nFROM t3"_s, u"t3"_s, QString()},
     };
     for (const auto &[sql, table, rest] : cases) {
         const ParsedSQL parsed = ParseSQL(sql);

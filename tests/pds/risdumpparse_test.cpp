@@ -136,6 +136,36 @@ TEST(RisDumpParse, replace_null_in_fixed_form_keeps_the_width_and_touches_only_n
     EXPECT_EQ(rows[1], (QVariantList{qint64(5), QStringLiteral("x"), qint64(-327689)}));
 }
 
+TEST(RisDumpParse, a_fixed_form_char_column_wider_than_the_text_driver_takes_is_cut_to_239_and_the_rest_stays_in_place)
+{
+    fxtest::Sandbox sandbox;
+    const QByteArray wide(240, 'w');
+    const QByteArray at239 = QByteArray(238, 'v') + 'e';
+    const QByteArray blanks(240, ' ');
+    const QString dump = sandbox.WriteFile(QStringLiteral("d.dmp"), Dump(
+        "create table t (a smallint, note char(240), c int, tail char(250))\n"
+        "insert into t (a, note, c, tail) values (?, ?, ?, ?)\n"
+        "a 1 6 note 8 247 c 249 259 tail 261 510 \n"
+        "1      " + wide + " 7           " + QByteArray(250, 't') + " \n"
+        "-32768 " + at239 + "  -32768      x" + QByteArray(249, ' ') + " \n"
+        "3      " + blanks + " 9           \n"
+        "***RIS*** End of Table ***RIS***\n", "\r\n"));
+    for (const bool replaceNull : {false, true}) {
+        const QString text = risdump::RISDumpParse(sandbox.Temp(), dump, QStringLiteral("s1"), QStringLiteral("t"),
+                                                   replaceNull, 100);
+        EXPECT_TRUE(fxtest::Sandbox::ReadFile(SchemaIniPath(text))
+                        .contains("Col1=a short width 7\nCol2=note char width 239\nCol3=c long width 12\n"
+                                  "Col4=tail char width 239\n"));
+        const QList<QVariantList> rows = ReadRows(text);
+        ASSERT_EQ(rows.size(), 3);
+        const QVariant null = replaceNull ? QVariant(qint64(0)) : QVariant(qint64(-32768));
+        EXPECT_EQ(rows[0], (QVariantList{qint64(1), QString::fromLatin1(wide.first(239)), qint64(7),
+                                         QString(239, QLatin1Char('t'))}));
+        EXPECT_EQ(rows[1], (QVariantList{null, QString::fromLatin1(at239), null, QStringLiteral("x")}));
+        EXPECT_EQ(rows[2], (QVariantList{qint64(3), QVariant(), qint64(9), QVariant()}));
+    }
+}
+
 TEST(RisDumpParse, the_older_fixed_form_gives_bare_widths_after_a_table_1_line)
 {
     fxtest::Sandbox sandbox;
@@ -219,7 +249,7 @@ TEST(RisDumpParse, a_table_of_a_later_schema_is_found_only_within_that_schema)
                   + ArgForm(msg::TableNotInDumpFile, {QStringLiteral("only_second"), QStringLiteral("first"), dump}));
 
     EXPECT_EQ(fxtest::FailureText([&] { risdump::RISDumpGetTables(dump, QStringLiteral("third")); }),
-              QStringLiteral("CRIS::RISDumpGetTables: ") + ArgForm(msg::SchemaNameNotInDumpFile, {QStringLiteral("third")}));
+              QStringLiteral("CRIS::RISDumpGetTables: ") + ArgForm(msg::SchemaNameNotInDumpFile, {dump}));
     EXPECT_EQ(fxtest::FailureText([&] { risdump::RISDumpGetSchemas(dump + QStringLiteral("x")); }),
               QStringLiteral("CRIS::RISDumpGetSchemas: ") + ArgForm(msg::RISDumpFileColonNotFound, {dump + QStringLiteral("x")}));
     EXPECT_EQ(fxtest::FailureText([&] { risdump::RISDumpGetTables(dump + QStringLiteral("x"), QStringLiteral("first")); }),

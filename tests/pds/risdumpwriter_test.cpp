@@ -58,7 +58,7 @@ TEST(RisDumpCreate, writes_what_rislod_loads_and_the_reader_gives_back_every_val
     EXPECT_EQ(lines[4], "1 -2147483647 -0.125 'it''s' '  lead, inner  and trail  ' 2024-02-29:23:59:58 ");
     EXPECT_EQ(lines[5], "2       '" + QByteArray(239, 'x') + "'   ");
     EXPECT_EQ(lines[8], "***RIS*** End of Table ***RIS***");
-    EXPECT_EQ(lines[9], "create unique index uitems on items (id)");
+    EXPECT_EQ(lines[9], "create unique index uitems on items (id, count, size, name, note, made)");
     EXPECT_EQ(lines[10], "grant select, insert, delete, update on items to PUBLIC");
     EXPECT_EQ(lines[11], "***RIS*** End of Schema ***RIS***");
 

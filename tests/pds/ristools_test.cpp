@@ -214,7 +214,7 @@ TEST_F(RisTools, a_select_through_ris_reads_the_unloaded_table_and_imports_it_in
     EXPECT_EQ(QDir(cris.GetTempDir()).entryList(QDir::Files), QStringList());
 }
 
-TEST_F(RisTools, a_load_with_rejected_rows_fails_and_shows_them_between_banners_in_the_log)
+TEST_F(RisTools, a_load_with_rejected_rows_fails_shows_them_in_the_log_and_keeps_them_beside_it)
 {
     InitLog(u"test"_s, QString(), box.Temp() + u"fendrix.log"_s);
     const QString dump = Dump();
@@ -231,6 +231,14 @@ TEST_F(RisTools, a_load_with_rejected_rows_fails_and_shows_them_between_banners_
     const qsizetype row = log.indexOf(u"2      Equipment"_s);
     const qsizetype end = log.indexOf(QString::fromLatin1(msg::EndOfBadFile));
     EXPECT_TRUE(begin >= 0 && begin < row && row < end) << log.toStdString();
+    const QString kept = box.Temp() + u"fendrix_rislod.bad"_s;
+    EXPECT_EQ(failure, u"CRIS::RISLoad: "_s + ArgForm(msg::RisLoadRowsRejected, {dump, kept}));
+    EXPECT_EQ(fxtest::Sandbox::ReadFile(kept), "2      Equipment\n");
+
+    // The next load that rejects nothing leaves no bad file behind.
+    QFile::remove(tools + u"rislod.bad"_s);
+    cris.RISLoad(dump, u"pd_other"_s, u"pdtable_111"_s);
+    EXPECT_FALSE(QFile::exists(kept));
 
     EXPECT_EQ(fxtest::FailureText([&] { cris.RISLoad(box.Root() + u"none.dmp"_s, u"pd_demo"_s); }),
               u"CRIS::RISLoad: "_s + ArgForm(msg::RisDumpNotExists, {box.Root() + u"none.dmp"_s}));

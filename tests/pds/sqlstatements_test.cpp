@@ -68,6 +68,21 @@ TEST(SqlSchemaStatements, each_kind_switches_the_schema_its_own_way)
               u": "_s + ArgForm(msg::InvalidDatabaseName, {u"pd; drop user x"_s}));
 }
 
+TEST(SqlServerStatements, sql_server_gets_the_names_that_ris_syntax_quotes_in_brackets_and_the_other_kinds_keep_them)
+{
+    const QString ris = u"SELECT \"lock_owner\", \"odd \"\"name\"\"\", 'a \"quoted\" text', x FROM \"pd_x\".\"pdtable_102\" "
+                        u"WHERE \"a]b\" = 'it''s \"x\"'"_s;
+    EXPECT_EQ(ServerStatement(DBConType::SQLServer, ris),
+              u"SELECT [lock_owner], [odd \"name\"], 'a \"quoted\" text', x FROM [pd_x].[pdtable_102] "
+              u"WHERE [a]]b] = 'it''s \"x\"'"_s);
+    // A quote left open is no name: the text goes as it is, for the server to refuse.
+    EXPECT_EQ(ServerStatement(DBConType::SQLServer, u"SELECT \"x FROM t"_s), u"SELECT \"x FROM t"_s);
+    EXPECT_EQ(ServerStatement(DBConType::SQLServer, u"UPDATE t SET a = 'it''s' WHERE b = 1"_s),
+              u"UPDATE t SET a = 'it''s' WHERE b = 1"_s);
+    for (const DBConType kind : {DBConType::Oracle, DBConType::PostgreSQL, DBConType::SQLite})
+        EXPECT_EQ(ServerStatement(kind, ris), ris) << int(kind);
+}
+
 TEST(SqlUserStatements, oracle_users_are_made_dropped_and_looked_up_with_the_known_texts)
 {
     EXPECT_EQ(OracleCreateUserStatements(u"pd_user"_s, u"pw1"_s, u"users"_s, u"temp"_s),

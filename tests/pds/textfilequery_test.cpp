@@ -62,6 +62,9 @@ TEST(TextFileQuery, the_select_over_the_text_file_reads_and_imports_into_the_sto
               QStringLiteral("select id from rows.txt AS [rows] where id > 1"));
     EXPECT_EQ(TextFileSelect(QStringLiteral("SELECT 1"), QStringLiteral("rows"), text),
               QStringLiteral("SELECT * FROM rows.txt AS [rows];"));
+    // FROM is a word of its own: a name that ends in it is no FROM.
+    EXPECT_EQ(TextFileSelect(QStringLiteral("SELECT a_from, FROMAGE\nfrom\trows WHERE a_from > 1"), QStringLiteral("rows"), text),
+              QStringLiteral("SELECT a_from, FROMAGE\nfrom\trows.txt AS [rows] WHERE a_from > 1"));
 
     const Recordset read = ReadTextFileQuery(
         text, TextFileSelect(QStringLiteral("SELECT [the name], ratio FROM rows WHERE [rows].id >= 1 ORDER BY id DESC"),

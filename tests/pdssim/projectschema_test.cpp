@@ -24,6 +24,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace fx;
 using namespace pdssim;
 using namespace Qt::StringLiterals;
@@ -51,7 +53,7 @@ class ProjectSites : public testing::TestWithParam<const char *>
 protected:
     // Builds a site of the parameter's kind and points both gateways at it; false without
     // a PostgreSQL server for that kind.
-    bool Build(bool edge = false)
+    bool Build(bool edge = false, int lockOwnerWidth = 40)
     {
         const std::optional<QString> kind = fxtest::SiteKind(GetParam());
         if (!kind)
@@ -61,6 +63,7 @@ protected:
         options.clashes = 300;
         options.kind = *kind;
         options.edge = edge;
+        options.lockOwnerWidth = lockOwnerWidth;
         options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
         BuildSite(options);
         InstallSiteConfig(SiteLayout(options.root), box.ProgramDir());
@@ -200,6 +203,27 @@ TEST_P(ProjectSites, the_locks_are_set_seen_by_a_second_connection_and_cleared)
     ProjectLockA(cris, project);
     ASSERT_TRUE(IsProjectLocked(other, project, &holder));
     EXPECT_EQ(holder.owner, GetLogonUserName());
+}
+
+TEST_P(ProjectSites, a_claim_fits_a_lock_owner_column_declared_narrower_than_40_characters)
+{
+    if (!Build(false, 20))
+        GTEST_SKIP() << "no PostgreSQL test server";
+    const QList<ColumnDescription> columns = cris.DBGetCols(schema, u"pdtable_102"_s);
+    const auto lockOwner = std::find_if(columns.cbegin(), columns.cend(),
+                                        [](const ColumnDescription &c) { return c.name.toLower() == u"lock_owner"_s; });
+    ASSERT_NE(lockOwner, columns.cend());
+    ASSERT_EQ(lockOwner->size, 20) << "the site declares the column narrower";
+
+    // The schema refuses what does not fit; the claim and its owner must fit.
+    const QString owner = u"FX_a.reviewer.with.a.long.logon"_s;
+    EXPECT_TRUE(ProjectClaimA(cris, project, owner));
+    LockHolder holder;
+    ASSERT_TRUE(IsProjectLocked(other, project, &holder));
+    EXPECT_EQ(holder.owner, owner.left(20));
+    EXPECT_FALSE(ProjectClaimA(other, project, owner)) << "a second claim still loses";
+    ProjectUnlockA(cris, project);
+    EXPECT_TRUE(ProjectClaimA(other, project, owner));
 }
 
 TEST_P(ProjectSites, a_failing_operation_releases_its_locks_on_the_way_out)

@@ -139,7 +139,7 @@ TEST_F(RisSite, unloads_in_both_forms_read_back_alike_and_a_condition_filters_ro
     EXPECT_EQ(one.Value(0, u"clash_id"_s).toInt(), 7);
 }
 
-TEST_F(RisSite, a_changed_dump_loads_with_clear_and_its_rejected_rows_reach_the_log)
+TEST_F(RisSite, a_changed_dump_loads_with_clear_and_its_rejected_rows_reach_the_log_and_stay_beside_it)
 {
     InitLog(u"test"_s, QString(), box.Temp() + u"fendrix.log"_s);
     const QString dump = cris.RISUnload(u"pd_demo"_s, box.Temp(), u"pdtable_111"_s, {}, RISDumpForm::Variable, true, {}, true);
@@ -153,8 +153,9 @@ TEST_F(RisSite, a_changed_dump_loads_with_clear_and_its_rejected_rows_reach_the_
     const QString failure = Failure([&] {
         cris.RISLoad(changed, u"pd_demo"_s, u"pdtable_111"_s, RISLoadMode::Clear, 1, toolLog);
     });
-    EXPECT_TRUE(failure.startsWith(u"CRIS::RISLoad: "_s + ArgForm(msg::RisLoadRowsRejected, {changed})))
-        << failure.toStdString();
+    const QString kept = box.Temp() + u"fendrix_rislod.bad"_s;
+    EXPECT_EQ(failure, u"CRIS::RISLoad: "_s + ArgForm(msg::RisLoadRowsRejected, {changed, kept}));
+    EXPECT_TRUE(fxtest::Sandbox::ReadFile(kept).contains("'Too' 'many' 'fields'")) << "the named file is still there";
     const QString log = QString::fromUtf8(fxtest::Sandbox::ReadFile(GetLogFile()));
     const qsizetype begin = log.indexOf(QString::fromLatin1(msg::BeginOfBadFile));
     const qsizetype end = log.indexOf(QString::fromLatin1(msg::EndOfBadFile));

@@ -42,14 +42,20 @@ qint64 Clamp(qint64 value, qint64 low, qint64 high)
     return std::min(std::max(value, low), high);
 }
 
-void CreateTables(fx::SqliteDb &db, bool withSiteTable)
+void CreateTables(fx::SqliteDb &db, bool withSiteTable, int lockOwnerWidth)
 {
     for (const TableDefinition &table : ProjectTables()) {
         if (!withSiteTable && QLatin1String(table.name) == QLatin1String("pdtable_119"))
             continue;
         QStringList columns;
-        for (const ColumnDefinition &column : table.columns)
-            columns << QLatin1String(column.name) + QLatin1Char(' ') + QLatin1String(column.risType);
+        for (const ColumnDefinition &column : table.columns) {
+            QString declared = QLatin1String(column.risType);
+            // SQLite keeps text of any length: the lock owner's width is checked as a server
+            // would refuse a longer owner, for Fendrix must fit its claims to it.
+            if (QLatin1String(table.name) == QLatin1String("pdtable_102") && QLatin1String(column.name) == QLatin1String("lock_owner"))
+                declared = QStringLiteral("char(%1) CHECK(length(lock_owner) <= %1)").arg(lockOwnerWidth);
+            columns << QLatin1String(column.name) + QLatin1Char(' ') + declared;
+        }
         db.Execute(QStringLiteral("CREATE TABLE %1 (%2);").arg(QLatin1String(table.name), columns.join(QStringLiteral(", "))));
     }
 }
@@ -239,7 +245,7 @@ QList<EdgeCase> GenerateSchema(const SchemaOptions &options, const QString &sqli
         db.Execute(QStringLiteral("PRAGMA page_size=4096; PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; "
                                   "PRAGMA locking_mode=EXCLUSIVE; PRAGMA cache_size=-131072;"));
         const bool withSiteTable = !options.edge;
-        CreateTables(db, withSiteTable);
+        CreateTables(db, withSiteTable, options.lockOwnerWidth);
         QList<EdgeCase> cases;
         fx::SqliteTransaction transaction(db);
         {

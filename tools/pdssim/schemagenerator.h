@@ -27,6 +27,8 @@ struct SchemaOptions
     qint64 uorPerMaster = 80000;
     /// Adds the hard cases that a load survives, each listed among the returned cases.
     bool edge = false;
+    /// The declared width of pdtable_102.lock_owner; a real schema may have it narrower than 40.
+    int lockOwnerWidth = 40;
     /// Adds two rows of one clash id (both left out, status 99): a load of the project fails.
     bool edgeFatal = false;
 };

@@ -65,9 +65,12 @@ bool HasTable(fx::SqliteDb &db, const QString &table)
 void CopyTable(fx::SqliteDb &db, fx::OdbcConnection &server, ManualCommit &commit, const TableDefinition &table,
                const QString &target)
 {
+    // The file's own declared types: a site may declare a column narrower than the definition.
     QStringList columns;
-    for (const ColumnDefinition &column : table.columns)
-        columns << QLatin1String(column.name) + QLatin1Char(' ') + PostgreSQLTypeOfRISType(QLatin1String(column.risType));
+    const fx::Recordset declared = db.Read(
+        QStringLiteral("SELECT name, type FROM pragma_table_info(%1) ORDER BY cid;").arg(fx::DBQuote(QLatin1String(table.name))));
+    for (const QVariantList &column : declared.Rows())
+        columns << column.at(0).toString() + QLatin1Char(' ') + PostgreSQLTypeOfRISType(column.at(1).toString());
     server.Execute(QStringLiteral("CREATE TABLE %1 (%2)").arg(target, columns.join(QStringLiteral(", "))));
 
     fx::SqliteStatement rows(db, QStringLiteral("SELECT * FROM %1 ORDER BY rowid;").arg(QLatin1String(table.name)));

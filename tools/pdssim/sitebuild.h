@@ -16,6 +16,7 @@ struct SiteOptions
     bool edge = false;
     /// The pdssim that the site's RIS tool wrappers run; this process's own when empty.
     QString pdssimExecutable;
+    int lockOwnerWidth = 40; ///< the declared width of pdtable_102.lock_owner
 };
 
 /// Builds the site: its schema of the kind asked, the manifest of its hard cases, the control

@@ -25,6 +25,15 @@ namespace pdssim {
 
 namespace {
 
+int LockOwnerWidth(const QString &text)
+{
+    bool ok = false;
+    const int width = text.toInt(&ok);
+    if (!ok || width < 1 || width > 240)
+        fx::Raise(sitemsg::SimLockOwnerWidthOutOfRange, {text});
+    return width;
+}
+
 SiteOptions ParseSiteArguments(QStringList args)
 {
     SiteOptions options;
@@ -45,6 +54,8 @@ SiteOptions ParseSiteArguments(QStringList args)
             options.kind = value(arg);
         else if (arg == QLatin1String("--edge"))
             options.edge = true;
+        else if (arg == QLatin1String("--lock-owner-width"))
+            options.lockOwnerWidth = LockOwnerWidth(value(arg));
         else if (arg.startsWith(QLatin1String("--")) || !options.root.isEmpty())
             fx::Raise(sitemsg::SimUnknownArgument, {arg});
         else
@@ -99,6 +110,7 @@ void BuildSite(const SiteOptions &options)
         schema.seedFileSpec = ProjectSeedFileName(options.project);
         schema.uorPerMaster = qint64(dgn.subPerMaster) * dgn.uorPerSub;
         schema.edge = options.edge;
+        schema.lockOwnerWidth = options.lockOwnerWidth;
         const QList<EdgeCase> cases = BuildSiteSchema(layout, schema, kind, connection);
         const QString schemaName = QStringLiteral("pd_") + options.project;
         if (kind == SchemaKind::Ris)

@@ -16,6 +16,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -236,8 +237,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         CheckShown(grid, QStringLiteral("cell ") + QLatin1String(kCells[cell]));
     }
 
-    // The drop-down of the first cell lists what is in view.
+    // The drop-down of the first cell offers every value in view ("NULL" for none), case aside.
     const QStringList list = fx::FilterValueList(QLatin1String(kCells[0]));
     fuzz::Expect(list.contains(QString()), QStringLiteral("a drop-down without its empty entry"));
+    qint32 approved = 0;
+    const std::vector<qint64> shown = ExpectedIds(grid, &approved);
+    for (size_t row = 0; row < grid.ids.size(); ++row) {
+        if (std::find(shown.begin(), shown.end(), grid.ids[row]) == shown.end())
+            continue;
+        const std::optional<QString> &value = grid.values[0][row];
+        const QString entry = !value || value->isEmpty() ? QStringLiteral("NULL") : *value;
+        fuzz::Expect(list.contains(entry, Qt::CaseInsensitive), QStringLiteral("the drop-down lacks '") + entry + QLatin1Char('\''));
+    }
     return 0;
 }

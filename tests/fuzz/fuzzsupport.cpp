@@ -18,6 +18,7 @@ struct Guard
 {
     QStringList tables;
     QStringList functions;
+    QStringList pragmas;
 };
 
 const char *ActionName(int action)
@@ -54,6 +55,11 @@ int Authorize(void *user, int action, const char *a, const char *b, const char *
         if (guard.functions.contains(Text(b).toLower()))
             return SQLITE_OK;
         Broken(QStringLiteral("call of the function %1").arg(Text(b)));
+    case SQLITE_PRAGMA:
+        // The caller names only pragmas that have no form that sets anything.
+        if (guard.pragmas.contains(Text(a).toLower()))
+            return SQLITE_OK;
+        Broken(QStringLiteral("PRAGMA %1 (%2)").arg(Text(a), Text(b)));
     default:
         Broken(QStringLiteral("%1 (%2, %3)").arg(QLatin1String(ActionName(action)), Text(a), Text(b)));
     }
@@ -89,11 +95,11 @@ QString WriteFile(const QString &name, const char *data, std::size_t size)
     return path;
 }
 
-void AllowOnlyReading(sqlite3 *db, const QStringList &tables, const QStringList &functions)
+void AllowOnlyReading(sqlite3 *db, const QStringList &tables, const QStringList &functions, const QStringList &pragmas)
 {
     // Kept for the process: the connection may outlive any owner but this.
     static std::list<Guard> guards;
-    sqlite3_set_authorizer(db, Authorize, &guards.emplace_back(Guard{tables, functions}));
+    sqlite3_set_authorizer(db, Authorize, &guards.emplace_back(Guard{tables, functions, pragmas}));
 }
 
 bool IsOneCondition(sqlite3 *db, const QString &table, const QString &condition)

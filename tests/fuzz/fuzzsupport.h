@@ -29,10 +29,11 @@ QString Folder();
 /// Writes `bytes` to `name` in Folder() and gives the path; the same name is overwritten.
 QString WriteFile(const QString &name, const char *data, std::size_t size);
 
-/// Lets `db` run nothing but reads of `tables` and the functions in `functions` (lower case):
-/// anything else met while a statement is prepared (a write, ATTACH, PRAGMA, another table or
-/// function) stops the run.
-void AllowOnlyReading(sqlite3 *db, const QStringList &tables, const QStringList &functions);
+/// Lets `db` run nothing but reads of `tables`, the functions in `functions` and the pragmas
+/// in `pragmas` that only look at the schema (all lower case): anything else met while a
+/// statement is prepared (a write, ATTACH, another PRAGMA, table or function) stops the run.
+void AllowOnlyReading(sqlite3 *db, const QStringList &tables, const QStringList &functions,
+                      const QStringList &pragmas = {});
 
 /// `condition` must be one expression: "SELECT 1 FROM <table> WHERE (<condition>);" must
 /// prepare as one statement with nothing after it. Gives false when SQLite refuses it.

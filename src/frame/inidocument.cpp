@@ -55,17 +55,19 @@ IniDocument IniDocument::Parse(const QByteArray &bytes)
 {
     IniDocument doc;
     QByteArrayView data(bytes);
+    // The byte order mark stands apart from the first line in either encoding, so that the first
+    // section is found behind it; it is written back in front.
     if (data.startsWith(kBom)) {
         doc.m_bom = true;
         data = data.sliced(3);
     }
-    QStringDecoder utf8(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
+    // A second mark is a character of the first line: the decoder must not swallow it too.
+    QStringDecoder utf8(QStringConverter::Utf8,
+                        QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
     QString text = utf8(data);
     if (utf8.hasError()) {
-        // A byte order mark in front of invalid UTF-8 is kept as three single-byte characters.
-        doc.m_bom = false;
         doc.m_encoding = Encoding::Windows1252;
-        text = FromWindows1252(bytes);
+        text = FromWindows1252(data.toByteArray());
     }
 
     bool newlineKnown = false;
@@ -129,9 +131,7 @@ QByteArray IniDocument::Serialize() const
         for (const Line &line : section.body)
             append(line);
     }
-    if (m_encoding == Encoding::Windows1252)
-        return ToWindows1252(text);
-    QByteArray bytes = text.toUtf8();
+    QByteArray bytes = m_encoding == Encoding::Windows1252 ? ToWindows1252(text) : text.toUtf8();
     if (m_bom)
         bytes.prepend(kBom);
     return bytes;

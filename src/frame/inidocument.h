@@ -31,8 +31,8 @@ class IniDocument
 public:
     enum class Encoding { Utf8, Windows1252 };
 
-    /// Parses bytes: valid UTF-8 (with or without a byte order mark) is read as UTF-8,
-    /// anything else as Windows-1252.
+    /// Parses bytes: valid UTF-8 is read as UTF-8, anything else as Windows-1252; a leading
+    /// UTF-8 byte order mark is set aside in both cases.
     static IniDocument Parse(const QByteArray &bytes);
 
     /// The file's bytes in the encoding and line-end style it was read with.

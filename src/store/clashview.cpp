@@ -28,6 +28,31 @@ QString NumberText(const QVariant &value)
     return value.isNull() ? QString() : SqlNumber(value.toDouble());
 }
 
+// The recordset's filter as a WHERE condition: its date delimiters "#" go and " = NULL" becomes
+// " IS NULL", but only outside quoted texts, so that a value a reviewer typed into a filter cell
+// is looked for as typed.
+QString WhereCondition(const QString &filter)
+{
+    const QStringView equalsNull = u" = NULL";
+    QString condition;
+    condition.reserve(filter.size());
+    bool quoted = false;
+    for (qsizetype i = 0; i < filter.size(); ++i) {
+        const QChar c = filter.at(i);
+        if (c == QLatin1Char('\''))
+            quoted = !quoted; // a doubled quote inside a text leaves and enters it again
+        if (!quoted && c == QLatin1Char('#'))
+            continue;
+        if (!quoted && QStringView(filter).sliced(i).startsWith(equalsNull)) {
+            condition += QStringLiteral(" IS NULL");
+            i += equalsNull.size() - 1;
+            continue;
+        }
+        condition += c;
+    }
+    return condition;
+}
+
 // The twelve values as the options hold them now; the advanced filter is read last, as it
 // logs on its own when it reads a report file.
 ClashViewSettings ReadAndLogSettings()
@@ -136,10 +161,7 @@ QString GetGridFilter()
         const ClashRecordsetState &view = ClashRecordset();
         if (!view.open || view.Filter.isEmpty())
             return QString();
-        QString filter = view.Filter;
-        filter.remove(QLatin1Char('#'));
-        filter.replace(QStringLiteral(" = NULL"), QStringLiteral(" IS NULL"));
-        return filter;
+        return WhereCondition(view.Filter);
     });
 }
 

@@ -6,20 +6,24 @@
 #include "frame/logmessage.h"
 #include "store/statusmessages.h"
 
+#include <algorithm>
+
 namespace fx {
 
 namespace {
 
-// The clash number of a report line, or 0 when the line holds none. A sign is allowed before
-// the digits; a decimal point or a thousands comma makes the line no clash line.
+// The clash number of a report line, or 0 when the line holds none: digits alone, a sign
+// allowed before them. Anything else (a decimal point, a thousands comma) makes the line no
+// clash line; the test is ours, as Qt's conversion takes the digits before a NUL as a number.
 qint64 ReportLineNumber(const QString &line)
 {
     const QString head = line.left(10).trimmed();
-    if (head.isEmpty() || head.contains(QLatin1Char(',')) || head.contains(QLatin1Char('.')))
+    const qsizetype first = head.startsWith(QLatin1Char('+')) || head.startsWith(QLatin1Char('-')) ? 1 : 0;
+    if (head.size() == first
+        || !std::all_of(head.cbegin() + first, head.cend(), [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }))
         return 0;
-    bool ok = false;
-    const qint64 number = head.toLongLong(&ok);
-    return ok && number > 0 ? number : 0;
+    const qint64 number = head.toLongLong();
+    return number > 0 ? number : 0;
 }
 
 } // namespace

@@ -37,6 +37,9 @@ TEST(IniFile, reads_by_folded_names_with_values_trimmed_and_unquoted)
     EXPECT_FALSE(IniFile::Value(dup, u"A"_s, u"only"_s));
     EXPECT_EQ(IniFile::SectionNames(dup), QStringList{u"A"_s});
     EXPECT_EQ(IniFile::KeyNames(dup, u"a"_s), QStringList{u"k"_s});
+    // Behind a byte order mark the first section is found, also in a Windows-1252 file.
+    const QString marked = box.WriteFile(u"c.ini"_s, "\xEF\xBB\xBF[A]\r\nw=\xE4\r\n");
+    EXPECT_EQ(IniFile::Value(marked, u"a"_s, u"w"_s), u"ä"_s);
 }
 
 // One write to a file, and the file after it: `file` with `before` replaced by `after`, or
@@ -67,6 +70,9 @@ const WriteCase kWrites[] = {
     {"key_behind_a_last_line_without_end_has_none", "[A]\r\nk=1", u"A"_s, u"m"_s, u"2"_s, "", "\r\nm=2"},
     {"utf8_stays_utf8", "[A]\nw=\xC3\xA4\n", u"A"_s, u"v"_s, kZurich, "", "v=Z\xC3\xBCrich \xE2\x82\xAC\n"},
     {"utf8_bom_stays", "\xEF\xBB\xBF[A]\r\n", u"A"_s, u"v"_s, kZurich, "", "v=Z\xC3\xBCrich \xE2\x82\xAC\r\n"},
+    {"windows1252_behind_a_bom_keeps_its_first_section", "\xEF\xBB\xBF[A]\r\nw=\xE4\r\n", u"A"_s, u"v"_s, kZurich, "",
+     "v=Z\xFCrich \x80\r\n"},
+    {"a_second_bom_stays_in_the_first_line", "\xEF\xBB\xBF\xEF\xBB\xBFk=1\n", u"A"_s, u"v"_s, u"2"_s, "", "[A]\nv=2\n"},
     {"windows1252_stays_windows1252", "[A]\r\nw=\xE4\r\n", u"A"_s, u"v"_s, kZurich, "", "v=Z\xFCrich \x80\r\n"},
     {"undefined_windows1252_bytes_survive", "[A]\nw=\x81\x8D\x8F\x90\x9D\n", u"A"_s, u"v"_s, kZurich, "", "v=Z\xFCrich \x80\n"},
     {"empty_file_becomes_utf8_with_lf", "", u"A"_s, u"v"_s, kZurich, "", "[A]\nv=Z\xC3\xBCrich \xE2\x82\xAC\n"},

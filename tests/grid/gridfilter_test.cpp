@@ -57,6 +57,17 @@ TEST_F(GridFilter, wildcards_quotes_underscores_and_backslashes_of_user_text_fil
     EXPECT_TRUE(ClashRecordset().Filter.isEmpty());
 }
 
+TEST_F(GridFilter, hash_signs_and_equals_null_in_user_text_are_looked_for_as_typed)
+{
+    // "#" and "= NULL" belong to the filter's own syntax outside quotes, never to a value.
+    Row(8, {{"comp_a", u"P#1 = NULL"_s}, {"status", u"Approved"_s}});
+    ClashGridModel model;
+    EXPECT_EQ(Filtered(model, "comp_a", u"P#1*"_s), (QList<qint64>{8}));
+    EXPECT_EQ(GetClashCount(), 1);
+    EXPECT_EQ(Filtered(model, "comp_a", u"1 = NULL"_s), (QList<qint64>{8}));
+    EXPECT_EQ(GetApprovedClashCount(), 1);
+}
+
 TEST_F(GridFilter, cells_join_in_column_order_and_the_counts_follow)
 {
     ClashGridModel model;

@@ -402,6 +402,9 @@ TEST_F(ClashView, counts_follow_the_grid_filter_and_the_total_is_asked_again_onl
 
     ClashRecordset().Filter = u"[discipline_a] = NULL OR [type] = #Hard#"_s;
     EXPECT_EQ(GetGridFilter(), u"[discipline_a] IS NULL OR [type] = Hard"_s);
+    // Quoted texts are values: they keep their "#" and "= NULL".
+    ClashRecordset().Filter = u"[comp_a] LIKE '%''#1 = NULL' ESCAPE '\\' AND [type] = #Hard# AND [x] = NULL"_s;
+    EXPECT_EQ(GetGridFilter(), u"[comp_a] LIKE '%''#1 = NULL' ESCAPE '\\' AND [type] = Hard AND [x] IS NULL"_s);
     ClashRecordset().Filter = u"[discipline_a] = NULL"_s;
     EXPECT_EQ(GetClashCount(), 2);
     EXPECT_EQ(GetApprovedClashCount(), 1);

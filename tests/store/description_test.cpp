@@ -144,7 +144,9 @@ TEST(PDSReportFile, clash_numbers_come_from_the_first_ten_columns_of_whole_posit
         "12345678901 Hard/Hard   pip004             str002\r\n"
         "\r\n"
         "        98\n"
-        "Total:        6\n";
+        "Total:        6\n"
+        // A damaged line: the digits before a NUL are no number of their own.
+        + QByteArray("7\0 00B2001\n", 12);
     const QString file = box.WriteFile(u"report.txt"_s, report);
     EXPECT_EQ(ReadPDSReportFile(file),
               (QStringList{u"123"_s, u"123"_s, u"45"_s, u"1234567890"_s, u"98"_s}));

@@ -39,10 +39,14 @@ def Report(results_file):
         if skipped is None and case.get("status") not in ("notrun", "disabled"):
             continue
         output = case.findtext("system-out") or ""
-        if skipped is not None and skipped.get("message") and ": Skipped" not in output:
-            reason = skipped.get("message")
-        else:
+        message = skipped.get("message") if skipped is not None else ""
+        if ": Skipped" in output:
             reason = SkipReason(output)
+        elif output.strip():
+            # A test that skips by its exit code says why in its first line.
+            reason = next(line.strip() for line in output.splitlines() if line.strip())
+        else:
+            reason = message or SkipReason(output)
         reasons[reason] += 1
     skipped_count = sum(reasons.values())
     if skipped_count == 0:

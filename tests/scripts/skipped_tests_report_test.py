@@ -39,11 +39,14 @@ class SkippedTestsReport(unittest.TestCase):
             Case("Odbc.reads", "notrun", PG_SKIP, skipped="Skipped"),
             Case("Odbc.writes", "notrun", PG_SKIP.replace("reads", "writes"), skipped="Skipped"),
             Case("Files.move", "notrun", "x.cpp:58: Skipped\nno second file system at /dev/shm\n[  SKIPPED ] F", "Skipped"),
-            Case("Fuzz.dump", "notrun", "", skipped="Disabled")))
+            Case("Fuzz.dump", "notrun", "", skipped="Disabled"),
+            Case("fuzz_targets_need_clang", "notrun", "clang++ not found: the fuzz targets were not built\n",
+                 skipped="SKIP_RETURN_CODE=77")))
         text = "\n".join(lines)
-        self.assertIn("4 of 5 tests were SKIPPED: this was NOT a full run.", text)
+        self.assertIn("5 of 6 tests were SKIPPED: this was NOT a full run.", text)
         reasons = [line for line in lines if " x " in line]
-        self.assertEqual(len(reasons), 3)
+        self.assertEqual(len(reasons), 4)
+        self.assertIn("1 x clang++ not found: the fuzz targets were not built", text)
         self.assertTrue(reasons[0].endswith("2 x no PostgreSQL test server: run scripts/run-tests.sh"), reasons[0])
         self.assertIn("1 x no second file system at /dev/shm", text)
         self.assertIn("1 x Disabled", text)

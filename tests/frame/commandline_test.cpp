@@ -50,34 +50,6 @@ INSTANTIATE_TEST_SUITE_P(
                       SlashCase{"/Mode CHECK /x", "CHECK", "", "", true, true, false},
                       SlashCase{"prefix/Mode CHECK", "CHECK", "", "", true, true, false}));
 
-TEST(SlashCommandLine, takes_every_value_behind_its_keyword)
-{
-    const CommandLineArgs args = ParseSlashCommandLine(
-        QStringLiteral("/CMD \"d:\\pds\\proj.cmd\" /Project P1 /Config u.ini /Listfile models.txt /Mode CHECK /batch"));
-    EXPECT_EQ(args.controlFile, QStringLiteral("d:\\pds\\proj.cmd"));
-    EXPECT_EQ(args.project, QStringLiteral("P1"));
-    EXPECT_EQ(args.configFile, QStringLiteral("u.ini"));
-    EXPECT_EQ(args.listFile, QStringLiteral("models.txt"));
-    EXPECT_EQ(args.mode, QStringLiteral("CHECK"));
-    EXPECT_TRUE(args.batch);
-    EXPECT_FALSE(args.usageWanted);
-}
-
-TEST(LongOptions, carry_posix_paths_whole)
-{
-    const CommandLineArgs args = ParseArguments({QStringLiteral("--mode"), QStringLiteral("check"), QStringLiteral("--cmd"),
-                                                 QStringLiteral("/srv/pds/proj.cmd"), QStringLiteral("--project"),
-                                                 QStringLiteral("P1"), QStringLiteral("--config"), QStringLiteral("/home/u/my config.ini"),
-                                                 QStringLiteral("--listfile"), QStringLiteral("/tmp/list.txt"), QStringLiteral("--batch")});
-    EXPECT_EQ(args.mode, QStringLiteral("check"));
-    EXPECT_EQ(args.controlFile, QStringLiteral("/srv/pds/proj.cmd"));
-    EXPECT_EQ(args.configFile, QStringLiteral("/home/u/my config.ini"));
-    EXPECT_EQ(args.listFile, QStringLiteral("/tmp/list.txt"));
-    EXPECT_TRUE(args.batch);
-    EXPECT_FALSE(args.usageWanted);
-    EXPECT_EQ(args.commandLine, QStringLiteral("--mode check --cmd /srv/pds/proj.cmd --project P1 --config \"/home/u/my config.ini\" --listfile /tmp/list.txt --batch"));
-}
-
 TEST(LongOptions, help_asks_for_usage_and_unknown_or_incomplete_options_are_incorrect)
 {
     const CommandLineArgs help = ParseArguments({QStringLiteral("--help")});
@@ -91,10 +63,38 @@ TEST(LongOptions, help_asks_for_usage_and_unknown_or_incomplete_options_are_inco
     }
 }
 
-TEST(ParseArguments, joins_plain_arguments_into_the_slash_form)
+TEST(ParseArguments, both_forms_take_every_value_behind_its_keyword_and_join_into_one_line)
 {
-    const CommandLineArgs args = ParseArguments({QStringLiteral("/Project"), QStringLiteral("My Proj"), QStringLiteral("/Mode"), QStringLiteral("CHECK")});
-    EXPECT_EQ(args.commandLine, QStringLiteral("/Project \"My Proj\" /Mode CHECK"));
-    EXPECT_EQ(args.project, QStringLiteral("My Proj"));
-    EXPECT_EQ(args.mode, QStringLiteral("CHECK"));
+    // The long form carries POSIX paths whole, where a "/" would start a keyword of the slash form.
+    const struct
+    {
+        CommandLineArgs args;
+        const char *controlFile, *configFile, *listFile, *mode, *commandLine;
+    } forms[] = {
+        {ParseSlashCommandLine(QStringLiteral("/CMD \"d:\\pds\\proj.cmd\" /Project P1 /Config u.ini /Listfile models.txt /Mode CHECK /batch")),
+         "d:\\pds\\proj.cmd", "u.ini", "models.txt", "CHECK", nullptr},
+        {ParseArguments({QStringLiteral("--mode"), QStringLiteral("check"), QStringLiteral("--cmd"), QStringLiteral("/srv/pds/proj.cmd"),
+                         QStringLiteral("--project"), QStringLiteral("P1"), QStringLiteral("--config"), QStringLiteral("/home/u/my config.ini"),
+                         QStringLiteral("--listfile"), QStringLiteral("/tmp/list.txt"), QStringLiteral("--batch")}),
+         "/srv/pds/proj.cmd", "/home/u/my config.ini", "/tmp/list.txt", "check",
+         "--mode check --cmd /srv/pds/proj.cmd --project P1 --config \"/home/u/my config.ini\" --listfile /tmp/list.txt --batch"},
+    };
+    for (const auto &form : forms) {
+        EXPECT_EQ(form.args.controlFile, QString::fromUtf8(form.controlFile));
+        EXPECT_EQ(form.args.project, QStringLiteral("P1"));
+        EXPECT_EQ(form.args.configFile, QString::fromUtf8(form.configFile));
+        EXPECT_EQ(form.args.listFile, QString::fromUtf8(form.listFile));
+        EXPECT_EQ(form.args.mode, QString::fromUtf8(form.mode));
+        EXPECT_TRUE(form.args.batch);
+        EXPECT_FALSE(form.args.usageWanted);
+        if (form.commandLine) {
+            EXPECT_EQ(form.args.commandLine, QString::fromUtf8(form.commandLine));
+        }
+    }
+
+    // Plain arguments join into the slash form, a value with blanks in quotes.
+    const CommandLineArgs slash = ParseArguments({QStringLiteral("/Project"), QStringLiteral("My Proj"), QStringLiteral("/Mode"), QStringLiteral("CHECK")});
+    EXPECT_EQ(slash.commandLine, QStringLiteral("/Project \"My Proj\" /Mode CHECK"));
+    EXPECT_EQ(slash.project, QStringLiteral("My Proj"));
+    EXPECT_EQ(slash.mode, QStringLiteral("CHECK"));
 }

@@ -40,35 +40,28 @@ QStringList LogLines()
 }
 } // namespace
 
-TEST(Failure, grows_source_and_description_through_three_frames)
+TEST(Failure, grows_through_frames_skips_the_application_title_at_the_first_hop_and_takes_in_other_exceptions)
 {
     const Failure failure = CaughtFrom(A);
     EXPECT_EQ(failure.Number(), 1);
     EXPECT_EQ(failure.Source(), QStringLiteral("A"));
     EXPECT_EQ(failure.Description(), QStringLiteral("B: C: Directory '%0%' not exists|||/no/such"));
-}
 
-TEST(Failure, first_hop_adds_nothing_when_the_source_is_the_application_title)
-{
-    const Failure raised(1, QStringLiteral("Fendrix"), QStringLiteral("text"));
-    const Failure passed = raised.PassedThrough(QStringLiteral("Proc"));
+    const Failure passed = Failure(1, QStringLiteral("Fendrix"), QStringLiteral("text")).PassedThrough(QStringLiteral("Proc"));
     EXPECT_EQ(passed.Description(), QStringLiteral("text"));
     EXPECT_EQ(passed.Source(), QStringLiteral("Proc"));
-}
 
-TEST(Failure, other_exceptions_become_number_one_in_the_frame)
-{
     try {
         Frame("Outer", [] { throw std::runtime_error("disk gone"); });
         FAIL() << "no failure";
-    } catch (const Failure &failure) {
-        EXPECT_EQ(failure.Number(), 1);
-        EXPECT_EQ(failure.Source(), QStringLiteral("Outer"));
-        EXPECT_EQ(failure.Description(), QStringLiteral("disk gone"));
+    } catch (const Failure &other) {
+        EXPECT_EQ(other.Number(), 1);
+        EXPECT_EQ(other.Source(), QStringLiteral("Outer"));
+        EXPECT_EQ(other.Description(), QStringLiteral("disk gone"));
     }
 }
 
-TEST(ShowMessage, shows_a_deep_failure_in_a_box_and_logs_its_chain)
+TEST(ShowMessage, shows_a_deep_failure_in_a_box_and_logs_its_chain_and_in_batch_mode_only_logs_it)
 {
     fxtest::Sandbox sandbox;
     InitLog(QString(), QString(), sandbox.Temp() + QStringLiteral("run.log"));
@@ -83,19 +76,17 @@ TEST(ShowMessage, shows_a_deep_failure_in_a_box_and_logs_its_chain)
     const QStringList lines = LogLines();
     ASSERT_FALSE(lines.isEmpty());
     EXPECT_TRUE(lines.last().endsWith(QStringLiteral("  A:B: C: Directory '/no/such' not exists"))) << qPrintable(lines.last());
-}
 
-TEST(ShowMessage, in_batch_mode_logs_the_failure_and_takes_the_default_answer)
-{
-    fxtest::Sandbox sandbox;
-    InitLog(QString(), QString(), sandbox.Temp() + QStringLiteral("run.log"));
-    fxtest::RecordingMessageBox ui;
+    // In batch mode nobody answers: the default button is taken and the failure only logged.
     Process().BatchMode = true;
-
     EXPECT_EQ(ShowMessage(CaughtFrom(A), MbYesNo | MbDefButton2), IdNo);
+    EXPECT_EQ(ui.boxes.size(), 1u);
+    EXPECT_EQ(LogLines().filter(QStringLiteral("  A:B: C: Directory '/no/such' not exists")).size(), 2);
 
-    EXPECT_TRUE(ui.boxes.empty());
-    EXPECT_TRUE(LogLines().last().endsWith(QStringLiteral("A:B: C: Directory '/no/such' not exists")));
+    // A text with line breaks starts on the line after its source.
+    ShowMessage(Failure(1, QStringLiteral("Proc"), QStringLiteral("first\r\nsecond")), MbOk);
+    const QString log = QString::fromUtf8(fxtest::Sandbox::ReadFile(GetLogFile()));
+    EXPECT_TRUE(log.contains(QStringLiteral("  Proc:\r\nfirst\r\nsecond"))) << qPrintable(log);
 }
 
 TEST(ShowMessage, blank_text_shows_unknown_error_and_ampersands_are_stripped)
@@ -106,16 +97,6 @@ TEST(ShowMessage, blank_text_shows_unknown_error_and_ampersands_are_stripped)
     ASSERT_EQ(ui.boxes.size(), 2u);
     EXPECT_EQ(ui.boxes[0].text, QStringLiteral("Unknown error."));
     EXPECT_EQ(ui.boxes[1].text, QStringLiteral("Save  close AB"));
-}
-
-TEST(ShowMessage, breaks_the_log_line_after_the_source_when_the_text_has_line_breaks)
-{
-    fxtest::Sandbox sandbox;
-    InitLog(QString(), QString(), sandbox.Temp() + QStringLiteral("run.log"));
-    Process().BatchMode = true;
-    ShowMessage(Failure(1, QStringLiteral("Proc"), QStringLiteral("first\r\nsecond")), MbOk);
-    const QString log = QString::fromUtf8(fxtest::Sandbox::ReadFile(GetLogFile()));
-    EXPECT_TRUE(log.contains(QStringLiteral("  Proc:\r\nfirst\r\nsecond"))) << qPrintable(log);
 }
 
 struct DefaultCase

@@ -27,19 +27,16 @@ HelperRun RunHelper(const char *mode)
 }
 } // namespace
 
-TEST(EndProcess, a_process_with_work_in_hand_is_really_gone)
+TEST(EndProcess, a_process_with_work_in_hand_is_really_gone_and_one_without_returns_to_its_caller)
 {
-    const HelperRun run = RunHelper("busy");
-    EXPECT_TRUE(run.finished);
-    EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(run.output, QByteArray());
-}
+    const HelperRun busy = RunHelper("busy");
+    EXPECT_TRUE(busy.finished);
+    EXPECT_EQ(busy.exitCode, 0);
+    EXPECT_EQ(busy.output, QByteArray());
 
-TEST(EndProcess, without_work_in_hand_returns_to_its_caller)
-{
-    const HelperRun run = RunHelper("idle");
-    EXPECT_TRUE(run.finished);
-    EXPECT_EQ(run.output, QByteArray("returned\n"));
+    const HelperRun idle = RunHelper("idle");
+    EXPECT_TRUE(idle.finished);
+    EXPECT_EQ(idle.output, QByteArray("returned\n"));
 }
 
 TEST(BusyScope, nests_and_tells_the_listener_only_at_the_outer_edges)

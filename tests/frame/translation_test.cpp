@@ -71,19 +71,20 @@ protected:
     fxtest::Sandbox sandbox;
 };
 
-TEST_F(LanguageFiles, a_missing_english_file_is_created_with_tahoma)
+TEST_F(LanguageFiles, nothing_is_looked_up_before_a_language_is_settled_then_a_missing_english_file_is_made_and_a_missing_language_falls_back_to_it)
 {
+    EXPECT_EQ(TranslateText(QStringLiteral("Hello %0%|||you")), QStringLiteral("Hello you"));
+    EXPECT_FALSE(QFileInfo::exists(Mnemonic()));
+
     InitLanguage();
     EXPECT_EQ(CurrentLanguage(), QStringLiteral("English"));
     EXPECT_TRUE(QFileInfo::exists(LanguageFile("English")));
     EXPECT_EQ(GetIniValue(LanguageFile("English"), QStringLiteral("Language"), QStringLiteral("Font")), QStringLiteral("Tahoma"));
     EXPECT_EQ(CurrentFontName(), QStringLiteral("Tahoma"));
     EXPECT_TRUE(IsLanguageActive());
-}
 
-TEST_F(LanguageFiles, a_missing_language_falls_back_to_english)
-{
-    sandbox.WriteFile(QStringLiteral("program/Language/English.ini"), "[Language]\nFont=Arial\n");
+    // The font then comes from the English file as it stands.
+    SetIniValue(LanguageFile("English"), QStringLiteral("Language"), QStringLiteral("Font"), QStringLiteral("Arial"));
     SetIniValue(GetConfigFile(), QStringLiteral("Language"), QStringLiteral("Language"), QStringLiteral("Klingon"));
     InitLanguage();
     EXPECT_EQ(CurrentLanguage(), QStringLiteral("English"));
@@ -126,12 +127,6 @@ TEST_F(LanguageFiles, a_translation_edited_while_running_is_seen_at_once_and_kee
     EXPECT_EQ(TranslateText(message + QStringLiteral("|||x")), QString::fromUtf8("Файл 'x' не существует"));
     // The mnemonic keeps the English text.
     EXPECT_EQ(GetIniValue(Mnemonic(), QStringLiteral("General"), DigestStrToHexStr(message)), message);
-}
-
-TEST_F(LanguageFiles, without_a_settled_language_nothing_is_looked_up)
-{
-    EXPECT_EQ(TranslateText(QStringLiteral("Hello %0%|||you")), QStringLiteral("Hello you"));
-    EXPECT_FALSE(QFileInfo::exists(Mnemonic()));
 }
 
 TEST_F(LanguageFiles, a_window_caption_adds_its_pieces_in_order_and_translates_only_the_fixed_words)

@@ -53,10 +53,3 @@ TEST(Usage, lists_every_option_aligned_with_its_continuation_lines)
     };
     EXPECT_EQ(lines, expected) << qPrintable(lines.join(QLatin1Char('\n')));
 }
-
-TEST(Usage, quotes_an_incorrect_command_line)
-{
-    const QStringList lines = RenderEchoScript(BuildUsageScript(QStringLiteral("T"), QStringLiteral("foo"), true, QStringLiteral("fendrix")));
-    ASSERT_GT(lines.size(), 7);
-    EXPECT_EQ(lines.mid(4, 3), (QStringList{QString(), QStringLiteral("Incorrect command line arguments: 'foo'"), QString()}));
-}

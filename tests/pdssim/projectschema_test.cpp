@@ -48,20 +48,16 @@ QString Canonical(const QString &path)
     return QFileInfo(path).canonicalFilePath();
 }
 
-class ProjectSites : public testing::TestWithParam<const char *>
+class ProjectSites : public fxtest::SiteKindTest
 {
 protected:
-    // Builds a site of the parameter's kind and points both gateways at it; false without
-    // a PostgreSQL server for that kind.
-    bool Build(bool edge = false, int lockOwnerWidth = 40)
+    // Builds a site of the parameter's kind and points both gateways at it.
+    void Build(bool edge = false, int lockOwnerWidth = 40)
     {
-        const std::optional<QString> kind = fxtest::SiteKind(GetParam());
-        if (!kind)
-            return false;
         options.root = box.Root() + u"site"_s;
         options.project = project;
         options.clashes = 300;
-        options.kind = *kind;
+        options.kind = m_kind;
         options.edge = edge;
         options.lockOwnerWidth = lockOwnerWidth;
         options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
@@ -70,7 +66,6 @@ protected:
         const ProjectDatabase database = GetProjectDatabase(SiteUserConfigFile(SiteLayout(options.root), project), project);
         UseProjectDatabase(cris, database);
         UseProjectDatabase(other, database);
-        return true;
     }
 
     qint64 InterferenceAreaCount()
@@ -78,7 +73,6 @@ protected:
         return cris.DBRead(schema, u"SELECT COUNT(*) FROM pdtable_112 WHERE interference_mode = 1"_s).Value(0, 0).toLongLong();
     }
 
-    fxtest::Sandbox box;
     // A name of its own per run, so that runs side by side on one PostgreSQL server never meet.
     const QString project = u"S"_s + RandomScratchName().toUpper();
     const QString schema = u"pd_"_s + project;
@@ -92,8 +86,7 @@ protected:
 
 TEST_P(ProjectSites, the_project_folder_seed_files_units_and_clash_discipline_come_from_the_schema)
 {
-    if (!Build())
-        GTEST_SKIP() << "no PostgreSQL test server";
+    Build();
     const SiteLayout layout(options.root);
     EXPECT_EQ(GetProjectSchema(project), schema);
 
@@ -128,8 +121,7 @@ TEST_P(ProjectSites, the_project_folder_seed_files_units_and_clash_discipline_co
 
 TEST_P(ProjectSites, a_second_question_for_the_project_reads_no_database)
 {
-    if (!Build())
-        GTEST_SKIP() << "no PostgreSQL test server";
+    Build();
     const QString folder = GetProjectDirectory(cris, project);
     const QString seed = GetProjectDGNFile(cris, project);
 
@@ -148,8 +140,7 @@ TEST_P(ProjectSites, a_second_question_for_the_project_reads_no_database)
 
 TEST_P(ProjectSites, the_locks_are_set_seen_by_a_second_connection_and_cleared)
 {
-    if (!Build())
-        GTEST_SKIP() << "no PostgreSQL test server";
+    Build();
     EXPECT_FALSE(IsProjectLocked(other, project));
     EXPECT_FALSE(IsIntAreaLocked(other, project));
 
@@ -207,8 +198,7 @@ TEST_P(ProjectSites, the_locks_are_set_seen_by_a_second_connection_and_cleared)
 
 TEST_P(ProjectSites, a_claim_fits_a_lock_owner_column_declared_narrower_than_40_characters)
 {
-    if (!Build(false, 20))
-        GTEST_SKIP() << "no PostgreSQL test server";
+    Build(false, 20);
     const QList<ColumnDescription> columns = cris.DBGetCols(schema, u"pdtable_102"_s);
     const auto lockOwner = std::find_if(columns.cbegin(), columns.cend(),
                                         [](const ColumnDescription &c) { return c.name.toLower() == u"lock_owner"_s; });
@@ -228,8 +218,7 @@ TEST_P(ProjectSites, a_claim_fits_a_lock_owner_column_declared_narrower_than_40_
 
 TEST_P(ProjectSites, a_failing_operation_releases_its_locks_on_the_way_out)
 {
-    if (!Build())
-        GTEST_SKIP() << "no PostgreSQL test server";
+    Build();
     const QString failure = fxtest::FailureText([&] {
         Frame("LoadProject", [&] {
             ProjectLockGuard projectLock(cris, project, u"FX_me"_s);
@@ -259,8 +248,7 @@ TEST_P(ProjectSites, a_failing_operation_releases_its_locks_on_the_way_out)
 
 TEST_P(ProjectSites, a_lock_held_by_another_user_is_reported_with_its_owner_and_date)
 {
-    if (!Build(true))
-        GTEST_SKIP() << "no PostgreSQL test server";
+    Build(true);
     const QList<EdgeCase> cases = ReadManifest(SiteLayout(options.root).ManifestFile());
     const EdgeCase *projectLocked = FindEdgeCase(cases, u"project_locked"_s);
     const EdgeCase *areaLocked = FindEdgeCase(cases, u"area_locked_without_owner"_s);

@@ -9,6 +9,7 @@
 #include "pdssim/projfile.h"
 #include "pdssim/sitebuild.h"
 #include "pdssim/siteconfig.h"
+#include "pdssim/sitemessages.h"
 #include "pdssim/siteserver.h"
 
 #include "support/failures.h"
@@ -55,20 +56,33 @@ TEST_F(SiteProjects, the_control_file_leads_through_the_site_perl_to_each_projec
 {
     EXPECT_EQ(PdsPerlPath(), layout.PdShellDir() + u"share/pdsperl"_s);
     // The edge site's control file holds two end markers: the probe goes in twice and still answers.
+    EXPECT_EQ(fxtest::Sandbox::ReadFile(layout.ControlFile()).count("__END__\r\n"), 2);
     const ProjFile projFile = GetProjFile(layout.ControlFile(), false);
     EXPECT_EQ(projFile.PROJ_ADDR, SiteServer());
     EXPECT_EQ(projFile.PROJ_FILE, ServerPath(layout, layout.ProjFileDir()));
     EXPECT_TRUE(QDir(box.Temp()).entryList(QDir::Files).isEmpty());
 
-    // The case twin UNIT2 and the entry with byte 255 are left out; unit2's own texts stay.
-    const QList<ProjFileProject> projects = GetProjFileProjects(projFile);
-    QStringList names;
-    for (const ProjFileProject &project : projects)
-        names << project.Name;
-    EXPECT_EQ(names, QStringList({u"demo"_s, u"unit2"_s, u"tankfarm"_s, u"pilot"_s}));
-    EXPECT_EQ(projects[1].Number, u"PN-U2"_s);
-    EXPECT_EQ(projects[1].Description, u"Utilities unit 2"_s);
-    EXPECT_EQ(projects[0].Description, u"Clash review plant demo"_s);
+    // The case twin UNIT2, the deleted entry and the one with byte 255 are left out; unit2's
+    // own texts stay. A plain site's list, without them, reads the same.
+    for (const bool edge : {true, false}) {
+        if (!edge)
+            WriteProjFile(layout, {u"demo"_s, false});
+        const QList<ProjFileProject> projects = GetProjFileProjects(projFile);
+        QStringList names;
+        for (const ProjFileProject &project : projects)
+            names << project.Name;
+        EXPECT_EQ(names, QStringList({u"demo"_s, u"unit2"_s, u"tankfarm"_s, u"pilot"_s})) << edge;
+        ASSERT_EQ(projects.size(), 4);
+        EXPECT_EQ(projects[1].Number, u"PN-U2"_s);
+        EXPECT_EQ(projects[1].Description, u"Utilities unit 2"_s);
+        EXPECT_EQ(projects[0].Description, u"Clash review plant demo"_s);
+        EXPECT_EQ(projects[3].Description, u"Pilot plant (archived)"_s);
+    }
+    // The site's own name replaces another of the same name; a name too long for its field is refused.
+    EXPECT_EQ(SiteProjFileEntries({u"PILOT"_s, false}).size(), 3);
+    EXPECT_EQ(fxtest::FailureText([&] { WriteProjFile(layout, {u"a_project_name_of_21c"_s, false}); }),
+              u"WriteProjFile: ProjFileBytes: "_s
+                  + ArgForm(pdssim::sitemsg::SimProjFileTextTooLong, {u"a_project_name_of_21c"_s, u"20"_s}));
 
     // Without an end marker the probe never runs, and the ended interpreter is not waited for.
     EXPECT_EQ(fxtest::FailureText([&] { GetProjFile(VariantOf(u"__END__"_s, u"# end"_s), false); }),

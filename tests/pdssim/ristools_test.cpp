@@ -99,6 +99,8 @@ TEST_F(RisSite, reads_writes_lists_and_imports_a_schema_through_the_tools)
     EXPECT_TRUE(imported.Value(1, 1).isNull());
     EXPECT_EQ(imported.Value(2, 1).toString(), kWideNote);
     EXPECT_FALSE(imported.Value(0, 2).isNull());
+    // Nothing of the route through the tools is left in the gateway's folder.
+    EXPECT_EQ(QDir(cris.GetTempDir()).entryList(QDir::Files), QStringList());
 }
 
 TEST_F(RisSite, unloads_in_both_forms_read_back_alike_and_a_condition_filters_rows)

@@ -134,6 +134,30 @@ struct ProjectClashes
         }
         return ids;
     }
+    // Clashes not approved and never reviewed, as Pick finds them.
+    QList<qint64> Unreviewed() const
+    {
+        return Pick([&](qint64 id) { return clashes.Value(id, "if_approval_status") == u"1"_s && ReviewsOf(id).isEmpty(); });
+    }
+
+    // The review row a write-back adds for a review made here: user numbers 0, approval method 2.
+    void AddReviewMadeHere(qint64 number, qint64 clash, qint64 date, int action, const QString &comment)
+    {
+        const QList<std::pair<const char *, QString>> values{
+            {"system_unique_no", QString::number(number)}, {"unique_clash_id", QString::number(clash)},
+            {"review_date", QString::number(date)}, {"review_user_no", u"0"_s}, {"responsib_user_no", u"0"_s},
+            {"action", QString::number(action)}, {"review_comment", comment}, {"approval_method", u"2"_s}};
+        for (const auto &[field, value] : values)
+            reviews.At(number, field) = value;
+    }
+    // The newest review row of a clash, which the write-back gives the review made here.
+    void SetReviewTakenOver(qint64 number, qint64 date, int action, const QString &comment, int method)
+    {
+        reviews.At(number, "review_date") = QString::number(date);
+        reviews.At(number, "action") = QString::number(action);
+        reviews.At(number, "review_comment") = comment;
+        reviews.At(number, "approval_method") = QString::number(method);
+    }
 };
 
 class WriteBack : public fxtest::SiteKindTest
@@ -233,9 +257,7 @@ TEST_P(WriteBack, approvals_an_unapproval_and_a_discipline_go_into_both_tables_w
 {
     Open(false);
     const ProjectClashes before = Read();
-    const QList<qint64> unreviewed = before.Pick([&](qint64 id) {
-        return before.clashes.Value(id, "if_approval_status") == u"1"_s && before.ReviewsOf(id).isEmpty();
-    });
+    const QList<qint64> unreviewed = before.Unreviewed();
     const QList<qint64> approved = before.Pick([&](qint64 id) {
         const QList<qint64> reviews = before.ReviewsOf(id);
         return before.clashes.Value(id, "if_approval_status") == u"2"_s && !reviews.isEmpty()
@@ -273,20 +295,9 @@ TEST_P(WriteBack, approvals_an_unapproval_and_a_discipline_go_into_both_tables_w
     expected.clashes.At(unapproved, "recent_review_date") = QString::number(before.RunOf(unapproved));
     qint64 number = before.HighestReview();
     for (const auto &[id, action, comment] : {std::tuple{real, 2, u"Needs a support, O'Brien says"_s},
-                                              std::tuple{falseOne, 3, u"false one"_s}, std::tuple{moved, 2, u"NULL"_s}}) {
-        ++number;
-        const QList<std::pair<const char *, QString>> values{
-            {"system_unique_no", QString::number(number)}, {"unique_clash_id", QString::number(id)},
-            {"review_date", QString::number(LocalStamp(id))}, {"review_user_no", u"0"_s}, {"responsib_user_no", u"0"_s},
-            {"action", QString::number(action)}, {"review_comment", comment}, {"approval_method", u"2"_s}};
-        for (const auto &[field, value] : values)
-            expected.reviews.At(number, field) = value;
-    }
-    const qint64 newest = before.ReviewsOf(unapproved).last();
-    expected.reviews.At(newest, "review_date") = QString::number(LocalStamp(unapproved));
-    expected.reviews.At(newest, "action") = u"1"_s;
-    expected.reviews.At(newest, "review_comment") = u"NULL"_s;
-    expected.reviews.At(newest, "approval_method") = u"1"_s;
+                                              std::tuple{falseOne, 3, u"false one"_s}, std::tuple{moved, 2, u"NULL"_s}})
+        expected.AddReviewMadeHere(++number, id, LocalStamp(id), action, comment);
+    expected.SetReviewTakenOver(before.ReviewsOf(unapproved).last(), LocalStamp(unapproved), 1, u"NULL"_s, 1);
 
     const ProjectClashes after = Read();
     EXPECT_EQ(after.clashes.Lines(), expected.clashes.Lines());
@@ -326,9 +337,7 @@ TEST_P(WriteBack, a_later_review_in_the_project_wins_and_a_review_older_than_the
     ASSERT_NE(race, nullptr);
     ASSERT_NE(stale, nullptr);
     const ProjectClashes before = Read();
-    const QList<qint64> unreviewed = before.Pick([&](qint64 id) {
-        return before.clashes.Value(id, "if_approval_status") == u"1"_s && before.ReviewsOf(id).isEmpty();
-    });
+    const QList<qint64> unreviewed = before.Unreviewed();
     ASSERT_GE(unreviewed.size(), 3);
     const qint64 mine = unreviewed.at(0), theirs = unreviewed.at(1), tooEarly = unreviewed.at(2);
 
@@ -357,21 +366,11 @@ TEST_P(WriteBack, a_later_review_in_the_project_wins_and_a_review_older_than_the
     expected.clashes.At(mine, "if_approval_status") = u"2"_s;
     expected.clashes.At(mine, "recent_review_date") = QString::number(before.RunOf(mine));
     // The clash checked twice: no new row, but its newest row and its clash row take the review.
-    const qint64 newest = before.ReviewsOf(between).last();
-    expected.reviews.At(newest, "review_date") = QString::number(olderRun + 2 * 86400);
-    expected.reviews.At(newest, "action") = u"2"_s;
-    expected.reviews.At(newest, "review_comment") = u"between the runs"_s;
-    expected.reviews.At(newest, "approval_method") = u"2"_s;
+    expected.SetReviewTakenOver(before.ReviewsOf(between).last(), olderRun + 2 * 86400, 2, u"between the runs"_s, 2);
     expected.clashes.At(between, "if_approval_status") = u"2"_s;
     expected.clashes.At(between, "recent_review_date") = stale->Key(u"completion_date"_s);
     // Only the clash reviewed here alone gets a row, numbered after the other reviewer's.
-    const qint64 added = otherNumber + 1;
-    const QList<std::pair<const char *, QString>> values{
-        {"system_unique_no", QString::number(added)}, {"unique_clash_id", QString::number(mine)},
-        {"review_date", QString::number(LocalStamp(mine))}, {"review_user_no", u"0"_s}, {"responsib_user_no", u"0"_s},
-        {"action", u"2"_s}, {"review_comment", u"mine"_s}, {"approval_method", u"2"_s}};
-    for (const auto &[field, value] : values)
-        expected.reviews.At(added, field) = value;
+    expected.AddReviewMadeHere(otherNumber + 1, mine, LocalStamp(mine), 2, u"mine"_s);
 
     const ProjectClashes after = Read();
     EXPECT_EQ(after.clashes.Lines(), expected.clashes.Lines());
@@ -455,9 +454,7 @@ TEST_P(WriteBack, a_write_back_that_fails_leaves_the_project_as_it_was_releases_
 {
     Open(false);
     const ProjectClashes before = Read();
-    const QList<qint64> unreviewed = before.Pick([&](qint64 id) {
-        return before.clashes.Value(id, "if_approval_status") == u"1"_s && before.ReviewsOf(id).isEmpty();
-    });
+    const QList<qint64> unreviewed = before.Unreviewed();
     ASSERT_GE(unreviewed.size(), 3);
     const QList<qint64> reviewed = before.Pick([&](qint64 id) { return !before.ReviewsOf(id).isEmpty(); });
     ASSERT_FALSE(reviewed.isEmpty());

@@ -2,7 +2,6 @@
 #include "pdssim/schemadefinition.h"
 #include "pdssim/schemagenerator.h"
 #include "pdssim/schemapostgres.h"
-#include "pdssim/siteschema.h"
 
 #include "pds/pgtestserver.h"
 #include "support/failures.h"
@@ -38,26 +37,6 @@ SchemaOptions Options(qint64 clashes, quint64 seed, bool edge = false)
 }
 
 } // namespace
-
-TEST(SchemaGenerator, the_same_seed_gives_the_same_bytes_and_another_seed_other_bytes)
-{
-    fxtest::Sandbox box;
-    const auto build = [&](const QString &name, quint64 seed, bool edge) {
-        const QString file = box.Root() + name + QStringLiteral("/pd_T1.db");
-        GenerateSchema(Options(2000, seed, edge), file);
-        return fxtest::Sandbox::ReadFile(file);
-    };
-    const QByteArray first = build(QStringLiteral("a"), 7, false);
-    EXPECT_FALSE(first.isEmpty());
-    EXPECT_EQ(first, build(QStringLiteral("b"), 7, false));
-    EXPECT_NE(first, build(QStringLiteral("c"), 8, false));
-    EXPECT_EQ(build(QStringLiteral("d"), 7, true), build(QStringLiteral("e"), 7, true));
-    EXPECT_EQ(SchemaFile(box.Root() + QStringLiteral("x"), QStringLiteral("P9")), box.Root() + QStringLiteral("x/pd_P9.db"));
-    // A RIS site keeps the same file among the RIS stand-ins' databases.
-    const SiteLayout site(box.Root() + QStringLiteral("site"));
-    BuildSiteSchema(site, Options(2000, 7), SchemaKind::Ris);
-    EXPECT_EQ(fxtest::Sandbox::ReadFile(SchemaFile(site.RisSchemaDir(), QStringLiteral("T1"))), first);
-}
 
 TEST(SchemaGenerator, every_clash_finds_its_components_models_areas_and_disciplines)
 {

@@ -37,20 +37,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class WorkTables : public testing::TestWithParam<const char *>
+class WorkTables : public fxtest::SiteKindTest
 {
 protected:
     // Builds an edge site of the kind and opens its project as the program does.
     void SetUp() override
     {
-        const auto kind = fxtest::SiteKind(GetParam());
-        if (!kind)
-            GTEST_SKIP() << "no PostgreSQL test server";
-        Process().WorkDir = box.Temp();
-        Process().BatchMode = false;
-        // Project rows are remembered per process: each test's site is a new one.
-        ClearProjectCache();
-        const SiteLayout layout = fxtest::ProgramSite(box.Root() + u"site"_s, project, *kind, 40, true, box.ProgramDir());
+        SiteKindTest::SetUp();
+        if (IsSkipped())
+            return;
+        const SiteLayout layout = fxtest::ProgramSite(box.Root() + u"site"_s, project, m_kind, 40, true, box.ProgramDir());
         UseProjectDatabase(cris, GetProjectDatabase(SiteUserConfigFile(layout, project), project));
         cases = ReadManifest(layout.ManifestFile());
         const DGNSettings units = GetModelDGNSettings(cris, project);
@@ -58,12 +54,6 @@ protected:
         // The edge project is locked by another reviewer: unlocked, as a reviewer may.
         fxtest::RecordingMessageBox unlock(IdYes);
         InitClashes(layout.ControlFile(), project);
-    }
-
-    void TearDown() override
-    {
-        FreeClashes();
-        ClearProjectCache();
     }
 
     QString CaseKey(const char *name, const char *key) const
@@ -88,7 +78,6 @@ protected:
 
     SqliteDb &Db() { return ClashConnection(); }
 
-    fxtest::Sandbox box;
     // A name of its own per test, so that tests side by side on one PostgreSQL server never meet.
     const QString project = u"W"_s + RandomScratchName().toUpper();
     CRIS cris;

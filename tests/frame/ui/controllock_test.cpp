@@ -99,36 +99,28 @@ TEST(StaysEnabledWhileLocked, keeps_language_help_top_menus_and_the_way_out)
 TEST(ControlLock, disables_what_starts_work_and_leaves_the_rest)
 {
     LockWindow w;
+    QAction *clashMenu = w.window.findChild<QMenu *>(QStringLiteral("Menu_Clash"))->menuAction();
+    QAction *fileMenu = w.window.findChild<QMenu *>(QStringLiteral("Menu_File"))->menuAction();
+    const QList<QWidget *> lockedControls{w.cmdOK, w.txtName, w.lstProjects};
+    const QList<QAction *> lockedActions{w.open, w.approve, w.save, clashMenu};
     {
         const ControlLock lock(&w.window);
-        EXPECT_FALSE(w.cmdOK->isEnabled());
-        EXPECT_FALSE(w.txtName->isEnabled());
-        EXPECT_FALSE(w.lstProjects->isEnabled());
-        EXPECT_FALSE(w.open->isEnabled());
-        EXPECT_FALSE(w.approve->isEnabled());
-        EXPECT_FALSE(w.save->isEnabled());
-        EXPECT_FALSE(w.window.findChild<QMenu *>(QStringLiteral("Menu_Clash"))->menuAction()->isEnabled());
-
-        EXPECT_TRUE(w.exit->isEnabled());
-        EXPECT_TRUE(w.german->isEnabled());
-        EXPECT_TRUE(w.about->isEnabled());
-        EXPECT_TRUE(w.window.findChild<QMenu *>(QStringLiteral("Menu_File"))->menuAction()->isEnabled());
-        EXPECT_TRUE(w.cmdHelp->isEnabled());
-        EXPECT_TRUE(w.cmdClose->isEnabled());
-        EXPECT_TRUE(w.lstLog->isEnabled());
-        EXPECT_TRUE(w.lblStatus->isEnabled());
-        EXPECT_TRUE(w.optA->isEnabled());
+        for (QWidget *control : lockedControls)
+            EXPECT_FALSE(control->isEnabled()) << qPrintable(control->objectName());
+        for (QAction *action : lockedActions)
+            EXPECT_FALSE(action->isEnabled()) << qPrintable(action->text());
+        for (QAction *action : {w.exit, w.german, w.about, fileMenu})
+            EXPECT_TRUE(action->isEnabled()) << qPrintable(action->text());
+        for (QWidget *control : std::initializer_list<QWidget *>{w.cmdHelp, w.cmdClose, w.lstLog, w.lblStatus, w.optA})
+            EXPECT_TRUE(control->isEnabled()) << qPrintable(control->objectName());
         // The container holding the controls is no control: disabling it would take the
         // help button and the labels with it.
         EXPECT_TRUE(w.window.centralWidget()->isEnabled());
     }
-    EXPECT_TRUE(w.cmdOK->isEnabled());
-    EXPECT_TRUE(w.txtName->isEnabled());
-    EXPECT_TRUE(w.lstProjects->isEnabled());
-    EXPECT_TRUE(w.open->isEnabled());
-    EXPECT_TRUE(w.approve->isEnabled());
-    EXPECT_TRUE(w.save->isEnabled());
-    EXPECT_TRUE(w.window.findChild<QMenu *>(QStringLiteral("Menu_Clash"))->menuAction()->isEnabled());
+    for (QWidget *control : lockedControls)
+        EXPECT_TRUE(control->isEnabled()) << qPrintable(control->objectName());
+    for (QAction *action : lockedActions)
+        EXPECT_TRUE(action->isEnabled()) << qPrintable(action->text());
     EXPECT_FALSE(w.chkWasOff->isEnabled()) << "a control disabled before stays disabled";
 }
 

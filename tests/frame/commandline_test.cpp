@@ -15,6 +15,12 @@ struct SlashCase
     bool batch;
 };
 
+// The case by its command line in ctest's list of tests, not by its bytes.
+[[maybe_unused]] void PrintTo(const SlashCase &c, std::ostream *out)
+{
+    *out << '"' << c.line << '"';
+}
+
 class SlashCommandLine : public ::testing::TestWithParam<SlashCase>
 {
 };
@@ -48,7 +54,8 @@ INSTANTIATE_TEST_SUITE_P(
                       SlashCase{"/batch /Mode APPROVE", "APPROVE", "", "", false, false, true},
                       SlashCase{"/BATCHES", "", "", "", false, false, true},
                       SlashCase{"/Mode CHECK /x", "CHECK", "", "", true, true, false},
-                      SlashCase{"prefix/Mode CHECK", "CHECK", "", "", true, true, false}));
+                      SlashCase{"prefix/Mode CHECK", "CHECK", "", "", true, true, false}),
+    [](const testing::TestParamInfo<SlashCase> &info) { return "line_" + std::to_string(info.index); });
 
 TEST(LongOptions, help_asks_for_usage_and_unknown_or_incomplete_options_are_incorrect)
 {

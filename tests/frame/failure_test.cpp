@@ -105,6 +105,11 @@ struct DefaultCase
     int answer;
 };
 
+[[maybe_unused]] void PrintTo(const DefaultCase &c, std::ostream *out)
+{
+    *out << "flags " << c.flags << ", answer " << c.answer;
+}
+
 class BatchDefaultAnswer : public ::testing::TestWithParam<DefaultCase>
 {
 };
@@ -121,4 +126,5 @@ INSTANTIATE_TEST_SUITE_P(Table, BatchDefaultAnswer,
                                            DefaultCase{MbOkCancel | MbDefButton3, IdCancel}, DefaultCase{MbAbortRetryIgnore, IdAbort},
                                            DefaultCase{MbAbortRetryIgnore | MbDefButton2, IdRetry}, DefaultCase{MbAbortRetryIgnore | MbDefButton4, IdIgnore},
                                            DefaultCase{MbYesNoCancel | MbDefButton3, IdCancel}, DefaultCase{MbYesNo | MbDefButton2 | MbIconExclamation, IdNo},
-                                           DefaultCase{MbYesNo | MbDefButton3, IdNo}, DefaultCase{MbRetryCancel, IdRetry}));
+                                           DefaultCase{MbYesNo | MbDefButton3, IdNo}, DefaultCase{MbRetryCancel, IdRetry}),
+                         [](const testing::TestParamInfo<DefaultCase> &info) { return "flags_" + std::to_string(info.param.flags); });

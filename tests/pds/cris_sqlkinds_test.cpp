@@ -24,6 +24,12 @@ namespace {
 
 enum class Kind { SQLite, PostgreSQL };
 
+// The kind by its name in ctest's list of tests, not by its bytes.
+[[maybe_unused]] void PrintTo(Kind kind, std::ostream *out)
+{
+    *out << (kind == Kind::SQLite ? "SQLite" : "PostgreSQL");
+}
+
 // A private world, a fresh schema of the kind and a gateway opened on it.
 class CRISSqlKinds : public ::testing::TestWithParam<Kind>
 {

@@ -1,4 +1,5 @@
 #include "grid/ui/clashgridview.h"
+#include "grid/ui/clashgridviewparts.h"
 
 #include "frame/events.h"
 #include "frame/failure.h"
@@ -7,13 +8,8 @@
 #include "frame/ui/translateform.h"
 #include "frame/ui/waitcursor.h"
 #include "grid/autofilter.h"
-#include "grid/clashgridmodel.h"
 #include "grid/columnsettings.h"
-#include "grid/gridfilter.h"
 #include "grid/ui/clashgriddelegate.h"
-#include "grid/ui/filterheader.h"
-#include "grid/ui/gridplace.h"
-#include "grid/ui/gridtable.h"
 #include "grid/ui/grouparea.h"
 #include "grid/ui/valuepopup.h"
 #include "store/clashview.h"
@@ -22,7 +18,6 @@
 #include <QHash>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTimer>
@@ -41,55 +36,6 @@ const QString kReviewDate = QStringLiteral("recent_review_date");
 const QString kActionDiscipline = QStringLiteral("action_discipline");
 
 } // namespace
-
-struct ClashGridView::Parts
-{
-    GroupArea *groupArea = nullptr;
-    QLabel *caption = nullptr;
-    GridTable *table = nullptr;
-    FilterHeader *header = nullptr;
-    ValuePopup *popup = nullptr;
-    std::unique_ptr<ClashGridModel> model;
-    FilterDropDown filterDropDown;
-    // The editor of action_discipline has a guard of its own, so that a filter list built a
-    // moment ago is never offered as the disciplines to write.
-    FilterDropDown editorDropDown;
-    QStringList groupColumns;
-    QString gridText;
-    std::function<bool()> askSkip;
-    // Approved clashes of the project, which filtering and sorting leave as they are; read
-    // again whenever rows may have changed. Counting them costs more than the filter itself.
-    std::optional<qint32> totalApproved;
-    int popupColumn = -1;
-    bool filtering = false;
-    quint64 resets = 0; ///< model resets so far: a selection read between events notices one
-
-    GridPlace Remember() const { return model ? RememberPlace(*table, *model) : GridPlace(); }
-
-    void Restore(const GridPlace &place)
-    {
-        if (!model)
-            return;
-        RestorePlace(*table, *model, place);
-        header->AdjustCells();
-    }
-
-    // The model's filter texts may differ from the cells after a refusal: the cells follow.
-    void SyncCells()
-    {
-        for (int column = 0; model && column < model->columnCount(); ++column)
-            if (header->CellText(column) != model->ColumnFilter(column))
-                header->SetCellText(column, model->ColumnFilter(column));
-    }
-
-    QStringList CellTexts() const
-    {
-        QStringList texts;
-        for (int column = 0; model && column < model->columnCount(); ++column)
-            texts << header->CellText(column);
-        return texts;
-    }
-};
 
 ClashGridView::ClashGridView(QWidget *parent) : QWidget(parent), m_parts(std::make_unique<Parts>())
 {
@@ -398,121 +344,6 @@ QTableView *ClashGridView::Table() const
     return m_parts->table;
 }
 
-void ClashGridView::FilterCellLeft(int column)
-{
-    Parts &p = *m_parts;
-    if (!p.model || p.filtering || column < 0 || column >= p.model->columnCount())
-        return;
-    const QScopedValueRollback<bool> filtering(p.filtering, true);
-    WaitCursor wait;
-    const GridPlace place = p.Remember();
-    try {
-        p.model->SetColumnFilter(column, p.header->CellText(column));
-    } catch (const Failure &failure) {
-        ShowMessage(failure, MbIconExclamation);
-    }
-    p.SyncCells();
-    p.Restore(place);
-    ShowCounts(false);
-}
-
-void ClashGridView::RunFilters()
-{
-    Parts &p = *m_parts;
-    if (!p.model || p.filtering)
-        return;
-    const QScopedValueRollback<bool> filtering(p.filtering, true);
-    WaitCursor wait;
-    const GridPlace place = p.Remember();
-    const QStringList texts = p.CellTexts();
-    try {
-        p.model->SetColumnFilters(texts);
-    } catch (const Failure &) {
-        // Cell by cell, so that each refused cell is named and emptied and the rest applies.
-        for (int column = 0; column < int(texts.size()); ++column) {
-            if (texts.at(column) == p.model->ColumnFilter(column))
-                continue;
-            try {
-                p.model->SetColumnFilter(column, texts.at(column));
-            } catch (const Failure &failure) {
-                ShowMessage(failure, MbIconExclamation);
-            }
-        }
-    }
-    p.SyncCells();
-    p.Restore(place);
-    ShowCounts(false);
-}
-
-void ClashGridView::HeaderClicked(int column)
-{
-    Parts &p = *m_parts;
-    if (!p.model || column < 0 || column >= p.model->columnCount())
-        return;
-    WaitCursor wait;
-    const GridPlace place = p.Remember();
-    try {
-        // The grouping stays: the rows sort within their groups.
-        p.model->SortByColumn(column);
-        const bool descending = p.model->Sort().endsWith(QLatin1String(" DESC"));
-        p.header->setSortIndicator(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
-    } catch (const Failure &failure) {
-        ShowMessage(failure, MbIconExclamation);
-    }
-    p.Restore(place);
-}
-
-void ClashGridView::AddGroupColumn(const QString &column)
-{
-    if (column.isEmpty() || m_parts->groupColumns.contains(column))
-        return;
-    ApplyGroupColumns(m_parts->groupColumns + QStringList{column});
-}
-
-void ClashGridView::ApplyGroupColumns(const QStringList &columns)
-{
-    Parts &p = *m_parts;
-    if (!p.model)
-        return;
-    WaitCursor wait;
-    const GridPlace place = p.Remember();
-    try {
-        QStringList known = columns;
-        known.removeIf([&](const QString &column) { return p.model->ColumnOf(column) < 0; });
-        p.model->SetGroupColumns(known);
-        p.groupColumns = known;
-    } catch (const Failure &failure) {
-        ShowMessage(failure, MbIconExclamation);
-    }
-    p.groupArea->ShowColumns(p.groupColumns);
-    p.Restore(place);
-}
-
-QStringList ClashGridView::DropDown(const QString &column, bool dataRow)
-{
-    WaitCursor wait;
-    FilterDropDown &dropDown = dataRow ? m_parts->editorDropDown : m_parts->filterDropDown;
-    try {
-        return dropDown.List(column, dataRow);
-    } catch (const Failure &failure) {
-        ShowMessage(failure, MbIconExclamation);
-        return {};
-    }
-}
-
-void ClashGridView::OpenFilterDropDown(int column)
-{
-    Parts &p = *m_parts;
-    if (!p.model || column < 0 || column >= p.model->columnCount())
-        return;
-    const QStringList values = DropDown(p.model->ColumnNames().at(column), false);
-    if (values.isEmpty())
-        return;
-    p.popupColumn = column;
-    p.popup->ShowValues(p.model->ColumnNames().at(column), values, p.header->CellText(column), p.header->Cell(column),
-                        p.header->sectionSize(column));
-}
-
 QList<qint64> ClashGridView::SelectedClashIds() const
 {
     Parts &p = *m_parts;
@@ -547,44 +378,6 @@ qint64 ClashGridView::CurrentClashId() const
 {
     const QModelIndex current = m_parts->table->currentIndex();
     return m_parts->model && current.isValid() ? m_parts->model->ClashIdOfRow(current.row()) : -1;
-}
-
-QString ClashGridView::FilterText(const QString &column) const
-{
-    return m_parts->model ? m_parts->header->CellText(m_parts->model->ColumnOf(column)) : QString();
-}
-
-void ClashGridView::SetFilterText(const QString &column, const QString &text)
-{
-    if (!m_parts->model)
-        return;
-    const int index = m_parts->model->ColumnOf(column);
-    m_parts->header->SetCellText(index, text);
-    FilterCellLeft(index);
-}
-
-void ClashGridView::ClickHeader(const QString &column)
-{
-    if (m_parts->model)
-        HeaderClicked(m_parts->model->ColumnOf(column));
-}
-
-QStringList ClashGridView::GroupColumns() const
-{
-    return m_parts->groupColumns;
-}
-
-void ClashGridView::SetGroupColumns(const QStringList &columns)
-{
-    if (!m_parts->groupColumns.isEmpty())
-        ApplyGroupColumns({});
-    for (const QString &column : columns)
-        m_parts->groupArea->DropColumn(column);
-}
-
-QStringList ClashGridView::DropDownList(const QString &column, bool dataRow)
-{
-    return DropDown(column, dataRow);
 }
 
 } // namespace fx

@@ -3,6 +3,7 @@
 #include "grid/clashgridmodel.h"
 
 #include <QItemSelection>
+#include <QSet>
 #include <QScrollBar>
 #include <QTableView>
 
@@ -54,16 +55,20 @@ std::vector<int> SelectedRows(const QTableView &table, const ClashGridModel &mod
 
 void SelectClashRows(QTableView &table, const ClashGridModel &model, const QList<qint64> &clashIds)
 {
+    // One pass over the rows: a lookup of each id would walk them once an id.
+    const QSet<qint64> wanted(clashIds.cbegin(), clashIds.cend());
     std::vector<int> rows;
-    for (const qint64 id : clashIds)
-        if (const int row = model.RowOfClash(id); row >= 0)
+    for (int row = 0; row < model.rowCount(); ++row)
+        if (!model.IsBand(row) && wanted.contains(model.ClashIdOfRow(row)))
             rows.push_back(row);
     if (rows.empty()) {
         table.selectionModel()->clearSelection();
         return;
     }
-    table.selectionModel()->setCurrentIndex(model.index(rows.front(), 0), QItemSelectionModel::NoUpdate);
-    std::sort(rows.begin(), rows.end());
+    // The first id given is the current clash, as a single selection makes it.
+    const int current = model.RowOfClash(clashIds.front());
+    table.selectionModel()->setCurrentIndex(model.index(current >= 0 ? current : rows.front(), 0),
+                                            QItemSelectionModel::NoUpdate);
     // Runs of neighbouring rows as one range each: a selection of many rows stays small.
     QItemSelection selection;
     const int lastColumn = model.columnCount() - 1;

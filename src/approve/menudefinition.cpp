@@ -128,7 +128,6 @@ bool IsCommandWindowBuilt(MenuCommand command)
     case C::Report:
     case C::ApprovalFilter:
     case C::PrivilegeManager:
-    case C::Options:
     case C::LanguageEditor:
         return false;
     default:

@@ -21,7 +21,8 @@ const QStringList &MainMenuKeys()
         QStringLiteral("Menu_Clash_SetDescription"), QStringLiteral("Menu_Tools_ApprovalFilter"),
         QStringLiteral("Menu_File_Save"),            QStringLiteral("Menu_File_LoadSettings"),
         QStringLiteral("Menu_Tools_PrivilegeManager"), QStringLiteral("Menu_Lang_Editor"),
-        // No rule of their own: disabled only while their window is missing.
+        // No rule of their own: disabled only while their window is missing. Options opens for
+        // every user; without permission 2 its pages stand disabled.
         QStringLiteral("Menu_Clash_Show"),           QStringLiteral("Menu_Tools_Report"),
         QStringLiteral("Menu_Tools_Options"),
     };

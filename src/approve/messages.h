@@ -65,6 +65,57 @@ inline constexpr char ApprovalWindowNeedsDisplay[] =
     "The Approval Module needs a window system: DISPLAY or WAYLAND_DISPLAY is not set";
 inline constexpr char ManualFile[] = "Help/Fendrix [en].pdf";
 
+// The options dialog and the design volume offsets
+inline constexpr char OptionsCaption[] = "Options";
+inline constexpr char OptionsPageViewer[] = "Viewer";
+inline constexpr char OptionsPageClashes[] = "Clashes";
+inline constexpr char OptionsPageDescriptions[] = "Descriptions";
+inline constexpr char OptionsPageVolume[] = "Volume filter";
+inline constexpr char OptionsPageAdvancedFilter[] = "Advanced filter";
+inline constexpr char OptionsPageConfig[] = "Settings files";
+inline constexpr char OptionsViewer[] = "Show clashes in";
+inline constexpr char OptionsSPR[] = "SmartPlant Review";
+inline constexpr char OptionsMicroStation[] = "MicroStation";
+inline constexpr char OptionsBuiltInViewer[] = "Built-in viewer";
+inline constexpr char OptionsMSTNPath[] = "MicroStation execution file:";
+inline constexpr char OptionsDGNSeedFile[] = "Seed file:";
+inline constexpr char OptionsAutoGenerateSPRSession[] = "Generate the session automatically in:";
+inline constexpr char OptionsUseExistingSPRSession[] = "Use the existing session file:";
+inline constexpr char OptionsShowClashDialog[] = "Ask for the viewer before showing a clash";
+inline constexpr char OptionsColors[] = "Colours";
+inline constexpr char OptionsCompA[] = "Component A";
+inline constexpr char OptionsCompB[] = "Component B";
+inline constexpr char OptionsPickColor[] = "...";
+inline constexpr char OptionsSeparator[] = "Separator of the parts of component names:";
+inline constexpr char OptionsPDSReportFile[] = "Show only the clashes of the PDS report file:";
+inline constexpr char OptionsAllowOpenLockedProject[] = "Open a project locked by another user";
+inline constexpr char OptionsApprovedDescr[] = "Description when approving:";
+inline constexpr char OptionsUnapprovedDescr[] = "Description when unapproving:";
+inline constexpr char OptionsDescr[] = "Description when describing only:";
+inline constexpr char OptionsNeverChangeDescr[] = "Never change descriptions";
+inline constexpr char OptionsNeverOverwriteDescr[] = "Never overwrite existing descriptions";
+inline constexpr char OptionsShowDescrDialog[] = "Ask for the description at each change";
+inline constexpr char OptionsAutoFilter[] = "After loading";
+inline constexpr char OptionsSetFilterAutomaticaly[] = "Show unapproved clashes only";
+inline constexpr char OptionsShowFilterDialog[] = "Ask before setting this filter";
+inline constexpr char OptionsArea[] = "Interference area:";
+inline constexpr char OptionsClearSettings[] = "Clear";
+inline constexpr char OptionsDVCS[] = "DVCS...";
+inline constexpr char OptionsFilterCols[] = "Filter columns:";
+inline constexpr char OptionsFilterValues[] = "Clashes with these values are hidden:";
+inline constexpr char OptionsValue[] = "Tick the values like:";
+inline constexpr char OptionsSelectAll[] = "Select all";
+inline constexpr char OptionsClearAdvancedFilter[] = "Clear filter";
+inline constexpr char OptionsConfigFile[] = "User config file:";
+inline constexpr char OptionsAutoReload[] = "Load the last project automatically at start";
+inline constexpr char OptionsSelect[] = "Select...";
+inline constexpr char OptionsOpen[] = "Open";
+inline constexpr char OptionsExecutableFilter[] = "Program (*)|*";
+inline constexpr char OptionsSeedFilter[] = "Design file (*.dgn)|*.dgn";
+inline constexpr char OptionsSessionFilter[] = "Design Review session (*.dri)|*.dri";
+inline constexpr char OptionsReportFilter[] = "PDS report file (*)|*";
+inline constexpr char DvcsCaption[] = "Design volume coordinate system";
+
 // The small windows: splash, project selection, description, save, filter prompt, tips, about
 inline constexpr char VersionText[] = "Version %0%";
 inline constexpr char SplashStarting[] = "Starting ...";

@@ -2,8 +2,8 @@
 
 #include "frame/failure.h"
 #include "frame/logmessage.h"
-#include "frame/settings.h"
 #include "grid/messages.h"
+#include "store/options.h"
 
 namespace fx {
 
@@ -12,11 +12,10 @@ QString AutoStatusFilter(const QString &statusFilterNow, const std::function<boo
     return Frame("SetAutoFilter", [&] {
         if (!statusFilterNow.isEmpty())
             return QString();
-        const QString file = GetUserConfigFile();
-        if (ReadConfigKey(file, autofilterkey::ShowFilterDialog) != QLatin1String("0") && askSkip && askSkip())
+        if (GetOptionFlag(option::ShowFilterDialog) && askSkip && askSkip())
             return QString();
         // Read after the message, whose boxes may have just changed it.
-        if (ReadConfigKey(file, autofilterkey::SetAutoFilter) == QLatin1String("0"))
+        if (!GetOptionFlag(option::SetAutoFilter))
             return QString();
         LogMessage(msg::GridSettingAutomaticFilter, {});
         return QStringLiteral("Unapproved");

@@ -1,20 +1,11 @@
 #pragma once
-// The automatic filter on unapproved clashes after a load, and the settings that rule it
-// (section AutoFilter of the user config file).
-
-#include "frame/configkeys.h"
+// The automatic filter on unapproved clashes after a load, as the AutoFilter options rule it.
 
 #include <QString>
 
 #include <functional>
 
 namespace fx {
-
-namespace autofilterkey {
-inline constexpr char Section[] = "AutoFilter";
-inline constexpr ConfigKey ShowFilterDialog{Section, "ShowFilterDialog", "1"};
-inline constexpr ConfigKey SetAutoFilter{Section, "SetAutoFilter", "1"};
-} // namespace autofilterkey
 
 /// The filter text the `status` column gets: "Unapproved" when its filter is empty and neither
 /// the filter message (asked through `askSkip` when ShowFilterDialog is on) nor SetAutoFilter

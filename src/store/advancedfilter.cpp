@@ -11,13 +11,14 @@
 #include "store/clashtables.h"
 #include "store/clashview.h"
 #include "store/messages.h"
+#include "store/options.h"
 #include "store/pdsreportfile.h"
 
 namespace fx {
 
 namespace {
 
-const QString kNotDefined = QStringLiteral("NOT DEFINED");
+const QString kNotDefined = QString::fromLatin1(NotDefinedValue);
 
 // The words that join a dimension's parts: the literal route writes them in capitals, the
 // table route as "And" and "Or".
@@ -114,7 +115,7 @@ FilterDimension GetFilterDimension(const QString &name)
 
 QString AdvancedFilterSection(const QString &dimension)
 {
-    return QStringLiteral("AdvancedFilter") + dimension;
+    return QString::fromLatin1(option::AdvancedFilterWord) + dimension;
 }
 
 QString GetAdvancedFilter(const QString &configFile)

@@ -7,6 +7,9 @@
 
 namespace fx {
 
+/// Stands for a null among a dimension's values.
+inline constexpr char NotDefinedValue[] = "NOT DEFINED";
+
 /// One filter dimension: its name, its side a column and its side b column (empty for one
 /// that has no sides).
 struct FilterDimension

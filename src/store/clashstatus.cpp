@@ -76,13 +76,13 @@ void SetClashStatus(SqliteDb &db, const QString &where, qint16 action, qint64 &c
                     const ClashStatusHooks &hooks)
 {
     Frame("SetClashStatus", [&] {
-        if (showDialog && (GetDescrFlag(descrkey::ShowDescrDialog) || action == ClashActionDescription)
+        if (showDialog && (GetOptionFlag(option::ShowDescrDialog) || action == ClashActionDescription)
             && hooks.askDescription && !hooks.askDescription(action))
             return;
         qint16 mode = DescriptionModeOnlyEmpty;
-        if (action != ClashActionDescription && !GetDescrFlag(descrkey::ChangeClashDescr))
+        if (action != ClashActionDescription && !GetOptionFlag(option::ChangeClashDescr))
             mode = DescriptionModeLeave;
-        else if (GetDescrFlag(descrkey::OverwriteClashDescr))
+        else if (GetOptionFlag(option::OverwriteClashDescr))
             mode = DescriptionModeOverwrite;
         SetClashStatusA(db, where, GetDescription(action, true), action, mode, count, hooks);
         if (count != 0) {

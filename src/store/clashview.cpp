@@ -11,6 +11,7 @@
 #include "store/clashtables.h"
 #include "store/clashviewsettings.h"
 #include "store/messages.h"
+#include "store/options.h"
 
 #include <optional>
 
@@ -53,44 +54,46 @@ QString WhereCondition(const QString &filter)
     return condition;
 }
 
-// The twelve values as the options hold them now; the advanced filter is read last, as it
-// logs on its own when it reads a report file.
-ClashViewSettings ReadAndLogSettings()
+// The twelve values as the options hold them now, logged when `log` says so; the advanced
+// filter is read last, as it logs on its own when it reads a report file.
+ClashViewSettings ReadClashViewSettings(bool log)
 {
+    const auto note = [log](const char *message, const QStringList &args) {
+        if (log)
+            LogMessage(message, args);
+    };
     ClashViewSettings now;
-    now.compSeparator = ProjectSetting(QString(), "Options", "CompSeparator");
+    now.compSeparator = GetOption(option::CompSeparator);
     if (now.compSeparator.isEmpty())
-        LogMessage(msg::ComponentsSeparatorNotDefined, {});
+        note(msg::ComponentsSeparatorNotDefined, {});
     else
-        LogMessage(msg::ComponentsSeparator, {now.compSeparator});
+        note(msg::ComponentsSeparator, {now.compSeparator});
 
     QString *centres[] = {&now.eastingCenter, &now.northingCenter, &now.elevationCenter};
-    const char *centreKeys[] = {"EastingCenter", "NorthingCenter", "ElevationCenter"};
     for (int i = 0; i < 3; ++i)
-        *centres[i] = ProjectSetting(QString(), "DVCS", centreKeys[i]);
-    LogMessage(msg::DvcsCenters, {now.eastingCenter, now.northingCenter, now.elevationCenter});
+        *centres[i] = GetOption(*DvcsCenterKeys().at(i));
+    note(msg::DvcsCenters, {now.eastingCenter, now.northingCenter, now.elevationCenter});
     for (QString *centre : centres)
         centre->replace(QLatin1Char(','), QLatin1Char('.'));
 
-    now.area = ProjectSetting(QString(), "VolumeFilter", "Area");
+    now.area = GetOption(option::Area);
     if (now.area.isEmpty())
-        LogMessage(msg::ActionAreaNotDefined, {});
+        note(msg::ActionAreaNotDefined, {});
     else
-        LogMessage(msg::ActionArea, {now.area});
+        note(msg::ActionArea, {now.area});
 
     QString *bounds[] = {&now.eastingLow, &now.northingLow, &now.elevationLow,
                          &now.eastingHigh, &now.northingHigh, &now.elevationHigh};
-    const char *boundKeys[] = {"EastingLow", "NorthingLow", "ElevationLow", "EastingHigh", "NorthingHigh", "ElevationHigh"};
     for (int i = 0; i < 6; ++i)
-        *bounds[i] = NormaliseBound(ProjectSetting(QString(), "VolumeFilter", boundKeys[i]));
-    LogMessage(msg::VolumeBounds, {now.eastingLow, now.northingLow, now.elevationLow, now.eastingHigh, now.northingHigh,
-                                   now.elevationHigh});
+        *bounds[i] = NormaliseBound(GetOption(*VolumeBoundKeys().at(i)));
+    note(msg::VolumeBounds, {now.eastingLow, now.northingLow, now.elevationLow, now.eastingHigh, now.northingHigh,
+                             now.elevationHigh});
 
     now.advancedFilter = GetAdvancedFilter(QString());
     if (now.advancedFilter.isEmpty())
-        LogMessage(msg::AdvancedFilterNotDefined, {});
+        note(msg::AdvancedFilterNotDefined, {});
     else
-        LogMessage(msg::AdvancedFilterText, {now.advancedFilter});
+        note(msg::AdvancedFilterText, {now.advancedFilter});
     return now;
 }
 
@@ -109,7 +112,7 @@ qint64 GetClashes()
         view = ClashRecordsetState();
         try {
             LogMessage(msg::LoadingClashTable, {});
-            const ClashViewSettings now = ReadAndLogSettings();
+            const ClashViewSettings now = ReadClashViewSettings(true);
             ClashViewSettings &last = RememberedClashViewSettings();
             bool rebuild = false;
             if (now != last) {
@@ -132,6 +135,14 @@ qint64 GetClashes()
             ResetRememberedClashFilters();
             throw;
         }
+    });
+}
+
+bool IsClashViewOutdated()
+{
+    return Frame("IsClashViewOutdated", [] {
+        return !IsLocalTableExists(ClashConnection(), ClashesTableName())
+               || ReadClashViewSettings(false) != RememberedClashViewSettings();
     });
 }
 
@@ -247,7 +258,7 @@ ClashRange GetClashRange()
 
 QString GetPDSReportFile(const QString &configFile)
 {
-    return Frame("GetPDSReportFile", [&] { return ProjectSetting(configFile, "Options", "PDSReportFile"); });
+    return Frame("GetPDSReportFile", [&] { return GetOption(option::PDSReportFile, configFile); });
 }
 
 } // namespace fx

@@ -29,6 +29,10 @@ void ResetRememberedClashFilters();
 /// view on it. Gives the number of rows in `clashes`.
 qint64 GetClashes();
 
+/// True when the options no longer give the `clashes` last built (or it is missing): the next
+/// GetClashes builds it anew.
+bool IsClashViewOutdated();
+
 /// The advanced filter as one condition with the excluded values written in; empty when
 /// nothing is excluded. An empty `configFile` is the user config file.
 QString GetAdvancedFilter(const QString &configFile);

@@ -1,9 +1,5 @@
 #include "store/clashviewsettings.h"
 
-#include "frame/settings.h"
-#include "store/clashstore.h"
-#include "store/clashview.h"
-
 #include <QLocale>
 #include <QRegularExpression>
 
@@ -17,12 +13,6 @@ ClashViewSettings &RememberedClashViewSettings()
     return remembered;
 }
 
-QString ProjectSetting(const QString &configFile, const char *word, const char *key)
-{
-    const QString file = configFile.isEmpty() ? GetUserConfigFile() : configFile;
-    return GetIniValue(file, GetProjectName() + QString::fromLatin1(word), QString::fromLatin1(key));
-}
-
 std::optional<double> LeadingNumber(const QString &text)
 {
     static const QRegularExpression number(QStringLiteral("^\\s*[+-]?(\\d+\\.?\\d*|\\.\\d+)([eE][+-]?\\d+)?"));
@@ -34,6 +24,13 @@ std::optional<double> LeadingNumber(const QString &text)
     if (!ok || !std::isfinite(value))
         return std::nullopt;
     return value;
+}
+
+bool IsNumericSetting(const QString &text)
+{
+    static const QRegularExpression number(QStringLiteral("^\\s*[+-]?(\\d+[.,]?\\d*|[.,]\\d+)([eE][+-]?\\d+)?\\s*$"));
+    // A number too big for a double is no bound either.
+    return number.match(text).hasMatch() && LeadingNumber(QString(text).replace(QLatin1Char(','), QLatin1Char('.')));
 }
 
 QString NormaliseBound(const QString &text)

@@ -28,13 +28,13 @@ struct ClashViewSettings
 /// The values `clashes` was last built with; CreateClashTable builds by them.
 ClashViewSettings &RememberedClashViewSettings();
 
-/// One key of the open project's section `<project><word>` of `configFile` (empty: the user
-/// config file).
-QString ProjectSetting(const QString &configFile, const char *word, const char *key);
-
 /// The number a setting's text begins with, read as far as it makes a number (sign, digits,
 /// decimal point, exponent); none when the text begins with no number.
 std::optional<double> LeadingNumber(const QString &text);
+
+/// True when the whole text, blanks around it aside, is one number: "." or "," for the decimal
+/// point, an exponent allowed. A volume bound or an offset must be one.
+bool IsNumericSetting(const QString &text);
 
 /// A volume bound as it is kept: "," becomes "." and a text that begins with a number becomes
 /// that number; any other text stays as it is and counts as no bound.

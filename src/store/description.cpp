@@ -1,6 +1,5 @@
 #include "store/description.h"
 
-#include "frame/configkeys.h"
 #include "frame/failure.h"
 #include "frame/fileops.h"
 #include "frame/messages.h"
@@ -10,67 +9,33 @@
 
 namespace fx {
 
-namespace {
-
-QString Read(const ConfigKey &key)
-{
-    return ReadConfigKey(GetUserConfigFile(), key);
-}
-
-void Write(const ConfigKey &key, const QString &value)
-{
-    WriteConfigKey(GetUserConfigFile(), key, value);
-}
-
-} // namespace
-
-bool GetDescrFlag(const ConfigKey &key)
-{
-    return Read(key) != QLatin1String("0");
-}
-
-void SetDescrFlag(const ConfigKey &key, bool on)
-{
-    Write(key, on ? QStringLiteral("1") : QStringLiteral("0"));
-}
-
-QString GetDescrText(const ConfigKey &key)
-{
-    return Read(key);
-}
-
-void SetDescrText(const ConfigKey &key, const QString &text)
-{
-    Write(key, text);
-}
-
-const ConfigKey &DescriptionKey(qint16 action)
+const OptionKey &DescriptionKey(qint16 action)
 {
     switch (action) {
     case 1:
     case 2:
-        return descrkey::ApprovedDescr;
+        return option::ApprovedDescr;
     case 3:
-        return descrkey::UnapprovedDescr;
+        return option::UnapprovedDescr;
     default:
-        return descrkey::Descr;
+        return option::Descr;
     }
 }
 
 QString GetDescription(qint16 action, bool addUser)
 {
     return Frame("GetDescription", [&] {
-        QString description = GetDescrText(DescriptionKey(action));
-        if (addUser && GetDescrFlag(descrkey::AddUserID))
+        QString description = GetOption(DescriptionKey(action));
+        if (addUser && GetOptionFlag(option::AddUserID))
             description += QStringLiteral(": ") + GetLogonUserName();
         return description;
     });
 }
 
 DescriptionDialogModel::DescriptionDialogModel(qint16 action, bool mayChangeOptions)
-    : m_action(action), m_mayChangeOptions(mayChangeOptions), m_addUserID(GetDescrFlag(descrkey::AddUserID)),
-      m_doNotOverwriteDescr(!GetDescrFlag(descrkey::OverwriteClashDescr)),
-      m_doNotChangeDescr(!GetDescrFlag(descrkey::ChangeClashDescr)), m_neverShow(!GetDescrFlag(descrkey::ShowDescrDialog))
+    : m_action(action), m_mayChangeOptions(mayChangeOptions), m_addUserID(GetOptionFlag(option::AddUserID)),
+      m_doNotOverwriteDescr(!GetOptionFlag(option::OverwriteClashDescr)),
+      m_doNotChangeDescr(!GetOptionFlag(option::ChangeClashDescr)), m_neverShow(!GetOptionFlag(option::ShowDescrDialog))
 {
     // The boxes first, so that the label made by the first text already knows the user box.
     SetText(GetDescription(action, false));
@@ -130,11 +95,11 @@ void DescriptionDialogModel::Accept()
         const QString file = GetUserConfigFile();
         if (IsFileReadOnly(file))
             Raise(msg::FileWriteDenied, {file});
-        SetDescrText(DescriptionKey(m_action), m_text);
-        SetDescrFlag(descrkey::AddUserID, m_addUserID);
-        SetDescrFlag(descrkey::OverwriteClashDescr, !m_doNotOverwriteDescr);
-        SetDescrFlag(descrkey::ChangeClashDescr, !m_doNotChangeDescr);
-        SetDescrFlag(descrkey::ShowDescrDialog, !m_neverShow);
+        SetOption(DescriptionKey(m_action), m_text);
+        SetOptionFlag(option::AddUserID, m_addUserID);
+        SetOptionFlag(option::OverwriteClashDescr, !m_doNotOverwriteDescr);
+        SetOptionFlag(option::ChangeClashDescr, !m_doNotChangeDescr);
+        SetOptionFlag(option::ShowDescrDialog, !m_neverShow);
     });
 }
 

@@ -1,35 +1,16 @@
 #pragma once
-// The description that a status change gives the clashes it touches: the "DescrDialog" settings
-// of the user config file, and the rules of the dialog that asks for it, free of any window.
+// The description that a status change gives the clashes it touches, from the "DescrDialog"
+// options, and the rules of the dialog that asks for it, free of any window.
 
-#include "frame/configkeys.h"
+#include "store/options.h"
 
 #include <QString>
 
 namespace fx {
 
-namespace descrkey {
-inline constexpr char Section[] = "DescrDialog";
-inline constexpr ConfigKey ShowDescrDialog{Section, "ShowDescrDialog", "1"};
-inline constexpr ConfigKey ChangeClashDescr{Section, "ChangeClashDescr", "1"};
-inline constexpr ConfigKey OverwriteClashDescr{Section, "OverwriteClashDescr", "1"};
-inline constexpr ConfigKey AddUserID{Section, "AddUserID", "1"};
-inline constexpr ConfigKey ApprovedDescr{Section, "ApprovedDescr", "Approved by Fendrix"};
-inline constexpr ConfigKey UnapprovedDescr{Section, "UnapprovedDescr", "Unapproved by Fendrix"};
-inline constexpr ConfigKey Descr{Section, "Descr", ""};
-} // namespace descrkey
-
-/// A flag of the user config file: true unless its value is "0".
-bool GetDescrFlag(const ConfigKey &key);
-void SetDescrFlag(const ConfigKey &key, bool on);
-
-/// A text of the user config file, its default when missing or empty.
-QString GetDescrText(const ConfigKey &key);
-void SetDescrText(const ConfigKey &key, const QString &text);
-
 /// The key that holds the description of an action: Approved for 1 and 2, Unapproved for 3,
 /// the plain one for 0.
-const ConfigKey &DescriptionKey(qint16 action);
+const OptionKey &DescriptionKey(qint16 action);
 
 /// The stored description of an action; with `addUser` and AddUserID on, ": " and the logon
 /// name follow it.

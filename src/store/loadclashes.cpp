@@ -17,6 +17,7 @@
 #include "store/clashstore.h"
 #include "store/clashtables.h"
 #include "store/messages.h"
+#include "store/options.h"
 #include "store/workingdatabase.h"
 
 
@@ -35,19 +36,12 @@ struct MarkerPrompt
     void (*unlock)(CRIS &, const QString &);
 };
 
-bool AllowOpenLockedProject()
-{
-    return GetIniValue(GetUserConfigFile(), QStringLiteral("Options"), QStringLiteral("AllowOpenLockedProject"),
-                       QStringLiteral("0"))
-               .trimmed() == QLatin1String("1");
-}
-
 // Asks the user about a marker held by someone else. Gives false when the load goes on
 // without taking markers, true when it may take them; raises when the user refuses.
 bool AskAboutLockedMarker(CRIS &cris, const QString &project, const LockHolder &holder, const MarkerPrompt &prompt,
                           bool &readOnly)
 {
-    const bool allowLocked = AllowOpenLockedProject();
+    const bool allowLocked = GetOptionFlag(option::AllowOpenLockedProject);
     const QStringList args = {holder.owner, LockSinceText(holder.date), QStringLiteral("\n"),
                               allowLocked ? QStringLiteral(" ") : QString::fromLatin1(msg::ReadOnlyModeText)};
     if (IsPermissionGranted(PermissionUnlockMarkersNo)) {

@@ -61,6 +61,7 @@ TEST(MenuDefinition, toolbar_buttons_are_found_case_aside_and_match_a_menu_comma
     EXPECT_EQ(ApprovalStatusOfButton(3), 3);
     EXPECT_EQ(ApprovalStatusOfButton(4), 0);
     EXPECT_EQ(ApprovalStatusOfButton(5), -1);
-    EXPECT_FALSE(IsCommandWindowBuilt(MenuCommand::Options));
+    EXPECT_FALSE(IsCommandWindowBuilt(MenuCommand::Report));
+    EXPECT_TRUE(IsCommandWindowBuilt(MenuCommand::Options));
     EXPECT_TRUE(IsCommandWindowBuilt(MenuCommand::ApproveReal));
 }

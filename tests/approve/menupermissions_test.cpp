@@ -48,8 +48,10 @@ QStringList Sorted(QStringList keys)
     return keys;
 }
 
-// Saving is writable alone: with a project open and writable, it is always on.
-const QStringList kSave{QStringLiteral("Menu_File_Save"), QStringLiteral("SaveChanges")};
+// Saving needs a writable project alone, and the options open for every user: with a project
+// open and writable, both are always on.
+const QString kOptions = QStringLiteral("Menu_Tools_Options");
+const QStringList kSave{QStringLiteral("Menu_File_Save"), QStringLiteral("SaveChanges"), kOptions};
 
 } // namespace
 
@@ -128,13 +130,13 @@ TEST(ApplyPermissions, read_only_and_no_project_switch_off_what_would_change_the
 {
     // Read only: every status command and saving off whatever the permissions; loading
     // settings stays, the project being open.
-    EXPECT_EQ(EnabledKeys(Holding(All(), kProject, true)), QStringList{QStringLiteral("Menu_File_LoadSettings")});
+    EXPECT_EQ(EnabledKeys(Holding(All(), kProject, true)), Sorted({QStringLiteral("Menu_File_LoadSettings"), kOptions}));
     EXPECT_FALSE(IsCommandPermitted(MenuCommand::ApprovalFilter, Holding(All(), kProject, true)));
 
     // No project: nothing to save or change, no settings to load; loading a project is no
     // ruled item and keeps the state the window gave it.
     const PermissionContext none = Holding(All(), QString::fromLatin1(msg::NoProject));
-    EXPECT_EQ(EnabledKeys(none), QStringList());
+    EXPECT_EQ(EnabledKeys(none), QStringList{kOptions});
     EXPECT_FALSE(IsCommandPermitted(MenuCommand::LoadSettings, none));
     EXPECT_TRUE(IsCommandPermitted(MenuCommand::LoadClashes4PDS, none));
     for (const EnabledState &state : ApplyPermissions(PermissionForm::Main, none))

@@ -8,6 +8,7 @@
 #include "grid/gridfixture.h"
 #include "grid/messages.h"
 #include "store/clashview.h"
+#include "store/options.h"
 
 #include "support/failures.h"
 
@@ -61,19 +62,18 @@ TEST_F(ColumnSettings, only_whole_places_within_the_columns_and_numeric_widths_a
 
 TEST_F(ColumnSettings, the_automatic_filter_asks_the_message_first_and_then_reads_whether_to_set)
 {
-    const QString file = GetUserConfigFile();
     int asked = 0;
     // A filter in place is kept, and nothing is asked.
     EXPECT_EQ(AutoStatusFilter(u"Approved"_s, [&] { return ++asked, false; }), QString());
     EXPECT_EQ(asked, 0);
     // The message may switch the filter off as it closes; that answer counts at once.
     EXPECT_EQ(AutoStatusFilter(QString(), [&] {
-                  WriteConfigKey(file, autofilterkey::SetAutoFilter, u"0"_s);
+                  SetOption(option::SetAutoFilter, u"0"_s);
                   return false;
               }),
               QString());
-    WriteConfigKey(file, autofilterkey::SetAutoFilter, u"1"_s);
-    WriteConfigKey(file, autofilterkey::ShowFilterDialog, u"0"_s);
+    SetOption(option::SetAutoFilter, u"1"_s);
+    SetOption(option::ShowFilterDialog, u"0"_s);
     EXPECT_EQ(AutoStatusFilter(QString(), [&] { return ++asked, true; }), u"Unapproved"_s);
     EXPECT_EQ(asked, 0);
 }

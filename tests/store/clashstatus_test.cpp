@@ -207,9 +207,9 @@ TEST(ClashStatus, the_entry_follows_the_description_settings_the_dialog_and_repo
     // No dialog for a status action when switched off, still for a description alone; a
     // change that may not touch descriptions leaves them.
     asked.clear();
-    SetDescrFlag(descrkey::ShowDescrDialog, false);
-    SetDescrFlag(descrkey::ChangeClashDescr, false);
-    SetDescrFlag(descrkey::AddUserID, false);
+    SetOptionFlag(option::ShowDescrDialog, false);
+    SetOptionFlag(option::ChangeClashDescr, false);
+    SetOptionFlag(option::AddUserID, false);
     SetClashStatus(t.Db(), u"clash_id > 0"_s, ClashActionUnapprove, count, true, false, hooks);
     EXPECT_TRUE(asked.isEmpty());
     EXPECT_EQ(count, 1);
@@ -217,9 +217,9 @@ TEST(ClashStatus, the_entry_follows_the_description_settings_the_dialog_and_repo
     EXPECT_EQ(t.Field(1, u"review_comment"_s), u"Approved by Fendrix: "_s + GetLogonUserName());
 
     // Not overwriting: only the clash without a description gets one.
-    SetDescrFlag(descrkey::ChangeClashDescr, true);
-    SetDescrFlag(descrkey::OverwriteClashDescr, false);
-    SetDescrText(descrkey::Descr, u"seen"_s);
+    SetOptionFlag(option::ChangeClashDescr, true);
+    SetOptionFlag(option::OverwriteClashDescr, false);
+    SetOption(option::Descr, u"seen"_s);
     SetClashStatus(t.Db(), u"clash_id > 0"_s, ClashActionDescription, count, true, false, hooks);
     EXPECT_EQ(asked, QList<qint16>{ClashActionDescription});
     EXPECT_EQ(count, 1);

@@ -37,7 +37,7 @@ TEST(Description, settings_default_in_the_user_config_file_and_flags_are_off_onl
     EXPECT_EQ(GetDescription(0, true), u": "_s + user);
 
     SetIniValue(file, u"DescrDialog"_s, u"AddUserID"_s, u"no"_s);
-    EXPECT_TRUE(GetDescrFlag(descrkey::AddUserID));
+    EXPECT_TRUE(GetOptionFlag(option::AddUserID));
     SetIniValue(file, u"DescrDialog"_s, u"AddUserID"_s, u"0"_s);
     SetIniValue(file, u"DescrDialog"_s, u"Descr"_s, u"checked"_s);
     EXPECT_EQ(GetDescription(0, true), u"checked"_s);
@@ -50,9 +50,9 @@ TEST(DescriptionDialog, opens_from_the_settings_and_gates_the_option_boxes_by_pe
 {
     fxtest::Sandbox box;
     UserConfig(box);
-    SetDescrFlag(descrkey::OverwriteClashDescr, false);
-    SetDescrFlag(descrkey::ShowDescrDialog, false);
-    SetDescrText(descrkey::UnapprovedDescr, u"Not a clash"_s);
+    SetOptionFlag(option::OverwriteClashDescr, false);
+    SetOptionFlag(option::ShowDescrDialog, false);
+    SetOption(option::UnapprovedDescr, u"Not a clash"_s);
 
     DescriptionDialogModel form(3, false);
     EXPECT_EQ(form.Caption(), u"Unapprove Clash: Please enter your description here"_s);
@@ -111,10 +111,10 @@ TEST(DescriptionDialog, ok_keeps_the_choices_as_next_defaults_unless_the_file_is
     form.SetNeverShow(true);
     form.Accept();
     EXPECT_EQ(GetDescription(1, false), u"Real, see 'P-101'"_s);
-    EXPECT_FALSE(GetDescrFlag(descrkey::OverwriteClashDescr));
-    EXPECT_FALSE(GetDescrFlag(descrkey::ShowDescrDialog));
-    EXPECT_TRUE(GetDescrFlag(descrkey::ChangeClashDescr));
-    EXPECT_TRUE(GetDescrFlag(descrkey::AddUserID));
+    EXPECT_FALSE(GetOptionFlag(option::OverwriteClashDescr));
+    EXPECT_FALSE(GetOptionFlag(option::ShowDescrDialog));
+    EXPECT_TRUE(GetOptionFlag(option::ChangeClashDescr));
+    EXPECT_TRUE(GetOptionFlag(option::AddUserID));
     EXPECT_EQ(GetDescription(3, false), u"Unapproved by Fendrix"_s);
 
     DescriptionDialogModel again(1, true);
@@ -123,8 +123,8 @@ TEST(DescriptionDialog, ok_keeps_the_choices_as_next_defaults_unless_the_file_is
     EXPECT_EQ(FillMessageArgs(fxtest::FailureText([&] { again.Accept(); })),
               u"frmDescription::cmdOK: File '"_s + file + u"': write permission denied"_s);
     QFile(file).setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    EXPECT_TRUE(GetDescrFlag(descrkey::ChangeClashDescr));
-    EXPECT_TRUE(GetDescrFlag(descrkey::AddUserID));
+    EXPECT_TRUE(GetOptionFlag(option::ChangeClashDescr));
+    EXPECT_TRUE(GetOptionFlag(option::AddUserID));
 }
 
 TEST(PDSReportFile, clash_numbers_come_from_the_first_ten_columns_of_whole_positive_numbers)

@@ -127,6 +127,9 @@ void FrmFendrix::RunMenuCommand(const QString &key)
         case MenuCommand::SaveSettings:
             SaveSettingsToFile();
             break;
+        case MenuCommand::Options:
+            ShowOptions();
+            break;
         case MenuCommand::Save:
             if (m_grid->IsOpen())
                 RunSaveDialog();

@@ -81,6 +81,7 @@ private:
     void LoadRecentProject(const QString &key);
     void LoadSettingsFromFile();
     void SaveSettingsToFile();
+    void ShowOptions();
     void OpenManual();
     bool QueryUnload();
     void Unload();

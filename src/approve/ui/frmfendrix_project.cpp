@@ -6,6 +6,7 @@
 #include "approve/startupproject.h"
 #include "approve/ui/frmdaytip.h"
 #include "approve/ui/frmfendrix.h"
+#include "approve/ui/frmoptions.h"
 #include "approve/ui/frmsavechanges.h"
 #include "approve/ui/frmselectproject.h"
 #include "frame/configkeys.h"
@@ -23,6 +24,7 @@
 #include "grid/ui/clashgridview.h"
 #include "pds/messages.h"
 #include "store/clashstore.h"
+#include "store/clashview.h"
 #include "store/loadclashes.h"
 #include "store/savechanges.h"
 #include "store/savetoproject.h"
@@ -269,6 +271,16 @@ void FrmFendrix::LoadSettingsFromFile()
         return;
     CopyFileA(file, GetUserConfigFile());
     LoadSetting4INI();
+}
+
+void FrmFendrix::ShowOptions()
+{
+    m_grid->SaveColumnSettings();
+    if (!FrmOptions::ShowForm(this))
+        return;
+    // Only a setting that shapes `clashes` is worth building the view anew.
+    if (GetProjectName() != QLatin1String("NO_PROJECT") && IsClashViewOutdated())
+        LoadSetting4INI();
 }
 
 void FrmFendrix::SaveSettingsToFile()

@@ -2,11 +2,9 @@
 
 #include "approve/messages.h"
 #include "approve/ui/namedcontrols.h"
-#include "frame/configkeys.h"
-#include "frame/settings.h"
 #include "frame/ui/formplacing.h"
 #include "frame/ui/translateform.h"
-#include "grid/autofilter.h"
+#include "store/options.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -14,20 +12,6 @@
 #include <QVBoxLayout>
 
 namespace fx {
-
-namespace {
-
-bool IsOn(const ConfigKey &key)
-{
-    return ReadConfigKey(GetUserConfigFile(), key) != QLatin1String("0");
-}
-
-void Store(const ConfigKey &key, bool on)
-{
-    WriteConfigKey(GetUserConfigFile(), key, on ? QStringLiteral("1") : QStringLiteral("0"));
-}
-
-} // namespace
 
 FrmFilterMessage::FrmFilterMessage(QWidget *parent) : QDialog(parent)
 {
@@ -37,9 +21,9 @@ FrmFilterMessage::FrmFilterMessage(QWidget *parent) : QDialog(parent)
     auto *label = NamedControl<QLabel>(this, "lblMessage", msg::FilterMessageText);
     label->setWordWrap(true);
     m_chkSetFilterAutomaticaly = NamedControl<QCheckBox>(this, "chkSetFilterAutomaticaly", msg::FilterMessageSetFilter);
-    m_chkSetFilterAutomaticaly->setChecked(IsOn(autofilterkey::SetAutoFilter));
+    m_chkSetFilterAutomaticaly->setChecked(GetOptionFlag(option::SetAutoFilter));
     m_chkNeverShow = NamedControl<QCheckBox>(this, "chkNeverShow", msg::FilterMessageNeverShow);
-    m_chkNeverShow->setChecked(!IsOn(autofilterkey::ShowFilterDialog));
+    m_chkNeverShow->setChecked(!GetOptionFlag(option::ShowFilterDialog));
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(label);
@@ -49,8 +33,8 @@ FrmFilterMessage::FrmFilterMessage(QWidget *parent) : QDialog(parent)
     setMinimumWidth(360);
 
     connect(cmdOK, &QPushButton::clicked, this, [this] {
-        Store(autofilterkey::SetAutoFilter, m_chkSetFilterAutomaticaly->isChecked());
-        Store(autofilterkey::ShowFilterDialog, !m_chkNeverShow->isChecked());
+        SetOptionFlag(option::SetAutoFilter, m_chkSetFilterAutomaticaly->isChecked());
+        SetOptionFlag(option::ShowFilterDialog, !m_chkNeverShow->isChecked());
         accept();
     });
 
@@ -63,7 +47,7 @@ void FrmFilterMessage::reject()
     // Cancel skips the filter this once and leaves SetAutoFilter as it was; asking never to
     // see the prompt again holds all the same.
     if (m_chkNeverShow->isChecked())
-        Store(autofilterkey::ShowFilterDialog, false);
+        SetOptionFlag(option::ShowFilterDialog, false);
     QDialog::reject();
 }
 

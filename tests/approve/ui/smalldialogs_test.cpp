@@ -9,8 +9,8 @@
 #include "frame/messagebox.h"
 #include "frame/programinfo.h"
 #include "frame/settings.h"
-#include "grid/autofilter.h"
 #include "store/description.h"
+#include "store/options.h"
 #include "support/recordingmessagebox.h"
 #include "support/sandbox.h"
 #include "approve/ui/dialogdriver.h"
@@ -35,9 +35,9 @@ using fxtest::Text;
 
 namespace {
 
-QString UserConfig(const ConfigKey &key)
+QString UserConfig(const OptionKey &key)
 {
-    return GetIniValue(GetUserConfigFile(), QString::fromLatin1(key.section), QString::fromLatin1(key.key));
+    return GetIniValue(GetUserConfigFile(), OptionSection(key), QString::fromLatin1(key.key));
 }
 
 class SmallDialogs : public ::testing::Test
@@ -141,10 +141,10 @@ TEST_F(SmallDialogs, the_description_dialog_keeps_its_settings_on_ok_and_nothing
         Click(dialog, "cmdOK");
     });
     EXPECT_TRUE(FrmDescription::ShowForm(1, nullptr));
-    EXPECT_EQ(UserConfig(descrkey::ApprovedDescr), Text("Checked on site"));
-    EXPECT_EQ(UserConfig(descrkey::ShowDescrDialog), Text("0"));
-    EXPECT_EQ(UserConfig(descrkey::OverwriteClashDescr), Text("0"));
-    EXPECT_EQ(UserConfig(descrkey::ChangeClashDescr), Text("1"));
+    EXPECT_EQ(UserConfig(option::ApprovedDescr), Text("Checked on site"));
+    EXPECT_EQ(UserConfig(option::ShowDescrDialog), Text("0"));
+    EXPECT_EQ(UserConfig(option::OverwriteClashDescr), Text("0"));
+    EXPECT_EQ(UserConfig(option::ChangeClashDescr), Text("1"));
 
     const QByteArray before = fxtest::Sandbox::ReadFile(GetUserConfigFile());
     ModalDriver cancel([](QWidget *dialog) {
@@ -189,8 +189,8 @@ TEST_F(SmallDialogs, the_filter_message_stores_never_show_and_cancel_skips_the_f
         Click(dialog, "cmdOK");
     });
     EXPECT_FALSE(FrmFilterMessage::ShowForm(nullptr));
-    EXPECT_EQ(UserConfig(autofilterkey::ShowFilterDialog), Text("0"));
-    EXPECT_EQ(UserConfig(autofilterkey::SetAutoFilter), Text("1"));
+    EXPECT_EQ(UserConfig(option::ShowFilterDialog), Text("0"));
+    EXPECT_EQ(UserConfig(option::SetAutoFilter), Text("1"));
 
     ModalDriver cancel([](QWidget *dialog) {
         EXPECT_TRUE(Find<QCheckBox>(dialog, "chkNeverShow")->isChecked());
@@ -198,8 +198,8 @@ TEST_F(SmallDialogs, the_filter_message_stores_never_show_and_cancel_skips_the_f
         Click(dialog, "cmdCancel");
     });
     EXPECT_TRUE(FrmFilterMessage::ShowForm(nullptr));
-    EXPECT_EQ(UserConfig(autofilterkey::SetAutoFilter), Text("1")) << "Cancel changes no standing setting";
-    EXPECT_EQ(UserConfig(autofilterkey::ShowFilterDialog), Text("0"));
+    EXPECT_EQ(UserConfig(option::SetAutoFilter), Text("1")) << "Cancel changes no standing setting";
+    EXPECT_EQ(UserConfig(option::ShowFilterDialog), Text("0"));
 }
 
 TEST_F(SmallDialogs, the_tip_of_the_day_goes_on_where_it_stopped_and_can_be_switched_off)

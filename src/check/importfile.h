@@ -1,5 +1,5 @@
 #pragma once
-// ImportFile of spec Part 3.4: a text file of model numbers (or patterns) ticks those models in
+// ImportFile: a text file of model numbers (or patterns) ticks those models in
 // the project tree; the check module's list file and a file dropped on the approval filter's
 // tree both come this way.
 

@@ -1,5 +1,5 @@
 #pragma once
-// The project tree of spec Part 7.2 as one item model, headless: the root "Models", the
+// The project tree as one item model, headless: the root "Models", the
 // disciplines, sub-projects (piping's discipline 3 only), areas and models of a PDS project,
 // each level read only when it is opened, with check boxes of three states. The approval
 // filter (restricted to what has clashes) and the check window both show it through
@@ -17,8 +17,8 @@
 //
 // Failures (a level that cannot be read) are raised as Failure, in the frame of the operation;
 // a row that cannot be shown is only logged and skipped. Drawing types and drawings have their
-// keys and readers (treekeys.h), but no level of this tree reads them: nothing in the spec adds
-// a drawing type node.
+// keys and readers (treekeys.h), but no level of this tree reads them: nothing of the program adds
+// a drawing type node yet.
 
 #include "check/treekeys.h"
 #include "check/treesource.h"
@@ -51,9 +51,9 @@ struct TreeNodeInfo
 /// - a node whose level is unopened has exactly one child, its placeholder, and nothing else;
 /// - a node with children (placeholders aside) is ticked when at least one of them is ticked,
 ///   and partly ticked when, in addition, one is unticked or partly ticked; so an unticked node
-///   has an unticked subtree and a ticked node that is not partly ticked a wholly ticked one. (The spec's rule looks at
-///   the siblings' check marks alone; counting a partly ticked child as "not all ticked" keeps
-///   a discipline over a partly ticked area from showing, and being saved, as wholly ticked.)
+///   has an unticked subtree and a ticked node that is not partly ticked a wholly ticked one.
+///   Counting a partly ticked child as "not all ticked" keeps a discipline over a partly
+///   ticked area from showing, and being saved, as wholly ticked.
 /// - the children of a level just read take their parent's tick.
 class ProjectTreeModel : public QAbstractItemModel
 {
@@ -63,7 +63,7 @@ public:
     enum Role {
         /// QString: the node key.
         NodeKeyRole = Qt::UserRole + 1,
-        /// bool: partly ticked, drawn with the button face as background (spec's 8000000F).
+        /// bool: partly ticked, drawn with the button face as background (the system colour 8000000F).
         PartlyTickedRole,
         /// bool: the node is the placeholder of an unopened level ("Reading ... ...").
         PlaceholderRole,
@@ -98,9 +98,9 @@ public:
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
-    // ---- spec Part 7.2
+    // ---- the operations of the tree
     /// Clears the tree, adds the root and the disciplines, each with the placeholder of its next
-    /// level, logs as the spec says, and asks views to open the root (ExpandRequested).
+    /// level, logs what it read, and asks views to open the root (ExpandRequested).
     void TreeInit();
     /// Removes every node: the tree of a closed project.
     void TreeClear();

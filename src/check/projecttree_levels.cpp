@@ -339,7 +339,7 @@ void ProjectTreeModel::OpenLevel(Node *node)
     }
 }
 
-// ---- the operations of spec Part 7.2
+// ---- the operations of the tree
 
 void ProjectTreeModel::TreeClear()
 {

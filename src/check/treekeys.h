@@ -1,5 +1,5 @@
 #pragma once
-// The node keys of the project tree (spec Part 7.2): a chain of levels, each its name, U+0002 and
+// The node keys of the project tree: a chain of levels, each its name, U+0002 and
 // its value, joined by U+0001; the kind tests on a key and the readers of a node's parts.
 
 #include <QList>
@@ -43,7 +43,7 @@ QList<TreeKeyPart> SplitTreeKey(const QString &key);
 QStringList TreeAncestorKeys(const QString &key);
 
 /// The kind of node a key names: the level of its last part (Root for "Models", None for
-/// anything that is not a well-formed key of the tree). The spec's pattern tests below read
+/// anything that is not a well-formed key of the tree). The pattern tests below read
 /// "the deepest level decides", which is what their further conditions say for the
 /// discipline, the area and the model.
 TreeLevel TreeKindOfKey(const QString &key);

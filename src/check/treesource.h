@@ -13,7 +13,7 @@ namespace fx {
 /// Runs one of the tree's statements; raises as its database does.
 using TreeRowReader = std::function<Recordset(const QString &sql)>;
 
-/// The rows of a tree and the restriction flag of spec Part 7.2.
+/// The rows of a tree and the restriction flag: only what has clashes in the store.
 struct TreeSource
 {
     TreeRowReader read;
@@ -34,7 +34,7 @@ TreeSource SchemaTreeSource(const QString &project);
 bool IsStoreTableExists(const QString &table);
 
 /// One project table read "from the store if it holds the table, otherwise from the schema
-/// pd_<project>" (spec Part 3.4): the store's copy when it has `table`, else the schema of the
+/// pd_<project>": the store's copy when it has `table`, else the schema of the
 /// project GetProjectName() names.
 Recordset ReadProjectTable(const QString &table, const QString &sql);
 

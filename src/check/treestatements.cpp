@@ -2,8 +2,8 @@
 
 namespace fx {
 
-// The texts are the spec's, blanks included: a statement logged or traced reads as the
-// original's did.
+// The texts keep their blanks as PDS sites know them: a statement logged or traced reads the
+// same as on any other installation.
 
 QString TreeDisciplinesStatement(bool restricted)
 {

@@ -1,5 +1,5 @@
 #pragma once
-// The statements that read the levels of the project tree (spec Part 7.2), word for word, with
+// The statements that read the levels of the project tree, word for word, with
 // the optional restriction to what has clashes in the local store's `clashes`.
 
 #include <QString>

@@ -1,5 +1,5 @@
 #pragma once
-// The project tree on screen (spec Part 7.2): a QTreeView with check boxes over a
+// The project tree on screen: a QTreeView with check boxes over a
 // ProjectTreeModel, for the approval filter's window (tvwTreeView of frmApprovalFilter), the
 // check window and the Design Review wizard.
 //

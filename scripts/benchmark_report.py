@@ -206,6 +206,12 @@ def TargetRows(results):
     rows.append(Row("Translation lookup of a known text (language file of 5,000 entries, edits still seen at once)",
                     Time(lookup.seconds), "—", "under 5 µs", lookup.seconds < 5e-6))
 
+    slowest = Worst(results, [("bench_check_ui", "BM_ViewSchemaExpandDiscipline"), ("bench_check_ui", "BM_ViewSchemaTickArea"),
+                              ("bench_check_ui", "BM_ViewStoreExpandDiscipline"), ("bench_check_ui", "BM_ViewStoreTickArea")])
+    rows.append(Row("Project tree of 5,000 models: open a discipline, tick an area, until the view is painted",
+                    f"{Time(slowest.seconds)} (slowest: {slowest.program} {slowest.name})", "—", "under 100 ms",
+                    slowest.seconds < 0.1))
+
     peak = results.PeakMemoryBytes("bench_approve_500000")
     rows.append(Row("Peak memory, project of 500,000 clashes open in the approval window",
                     f"{peak / 2**20:.0f} MiB", "—", "under 1 GB (10⁹ bytes)", peak < 1e9))
@@ -362,6 +368,9 @@ def Report(results, repetitions, now):
         counters = ", ".join(f"{key} {value:.4g}" for key, value in sorted(result.counters.items()))
         out.append(f"| {result.program} | {Cell(result.name)} | {Time(result.seconds)} | {Cell(counters)} |")
     out += ["", "## How it was measured", "",
+            "- The project tree's target takes the slowest of its offscreen view cases (`bench_check_ui`) on a site of "
+            "5,000 models and 100,000 clashes, read from the schema as the check window reads it and from the opened store "
+            "with the restriction to what has clashes as the approval filter reads it; `bench_check` times the model alone.",
             "- The grid targets take the slowest of the offscreen window cases (`bench_grid_ui`, `bench_approve`), each "
             "timed until the screen is painted; `bench_grid` times the model alone.",
             "- The grouping's reference is SQLite running the plainest GROUP BY of the same column on the same rows, in "

@@ -12,7 +12,7 @@ fi
 
 # /usr/bin/time measures the window process's peak memory; /usr/bin/python3 writes the report.
 bash scripts/install-deps.sh time python3
-programs=(bench_frame bench_pds bench_store bench_grid bench_grid_ui bench_approve)
+programs=(bench_frame bench_pds bench_store bench_grid bench_grid_ui bench_check bench_check_ui bench_approve)
 bash scripts/build.sh "${programs[@]}"
 for program in "${programs[@]}"; do
   [ -x "build/bench/$program" ] || { echo "build/bench/$program was not built" >&2; exit 1; }
@@ -43,6 +43,8 @@ run bench_pds bench_pds
 run bench_store bench_store
 run bench_grid bench_grid
 run bench_grid_ui bench_grid_ui
+run bench_check bench_check
+run bench_check_ui bench_check_ui
 filter=(--benchmark_filter='^WindowOpen/(10000|100000)/')
 run bench_approve bench_approve
 # The 500,000-clash window in a process of its own, so that its peak memory is its alone.

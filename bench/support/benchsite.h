@@ -17,7 +17,8 @@ namespace fxbench {
 
 struct BenchSite
 {
-    BenchSite(const QString &project, int clashes)
+    /// `models` 0: as many as the clash count makes (pdssim's own rule).
+    BenchSite(const QString &project, int clashes, int models = 0)
     {
         root = dir.path() + QLatin1Char('/');
         for (const char *folder : {"temp", "config", "program"})
@@ -32,6 +33,7 @@ struct BenchSite
         options.root = root + QStringLiteral("site");
         options.project = project;
         options.clashes = clashes;
+        options.models = models;
         options.kind = QStringLiteral("sqlite");
         options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
         pdssim::BuildSite(options);

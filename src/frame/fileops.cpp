@@ -221,6 +221,11 @@ QString ReadFile2String(const QString &path, bool raiseOnError)
     return text;
 }
 
+QByteArray ReadFile2Bytes(const QString &path)
+{
+    return Frame("ReadFile2Bytes", [&] { return ReadWholeFile(ExistingFile(path)); });
+}
+
 bool IsFileAlreadyInUse(const QString &path, bool raiseOnError)
 {
     return !RaiseOrSave(raiseOnError, [&] {

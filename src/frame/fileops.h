@@ -49,6 +49,9 @@ QStringList ReadFile2Array(const QString &path, bool raiseOnError = true);
 /// The whole text of a file. Empty when not raising on a failure.
 QString ReadFile2String(const QString &path, bool raiseOnError = true);
 
+/// The bytes of a file, undecoded, for a reader that tells the encoding itself.
+QByteArray ReadFile2Bytes(const QString &path);
+
 /// Raises when another process holds the file open for writing. Not raising, it answers true
 /// for a file in use (and saves the failure), false otherwise.
 bool IsFileAlreadyInUse(const QString &path, bool raiseOnError = true);

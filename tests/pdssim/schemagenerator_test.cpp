@@ -108,6 +108,27 @@ TEST(SchemaGenerator, every_clash_finds_its_components_models_areas_and_discipli
               QStringLiteral("GenerateSchema: Clash count %0% out of range (%1% to %2%)|||9|||10|||1000000"));
 }
 
+TEST(SchemaGenerator, a_model_count_given_makes_that_many_models_in_areas_of_some_forty)
+{
+    fxtest::Sandbox box;
+    const QString file = box.Root() + QStringLiteral("pd_T1.db");
+    SchemaOptions options = Options(2000, 5);
+    options.models = 5000;
+    GenerateSchema(options, file);
+    fx::SqliteDb db(file);
+    EXPECT_EQ(Count(db, QStringLiteral("SELECT COUNT(*) FROM pdtable_113")), 5000);
+    EXPECT_EQ(Count(db, QStringLiteral("SELECT COUNT(DISTINCT model_no) FROM pdtable_113")), 5000);
+    // 22 design areas in each of the six design disciplines, the structural ones in sub-projects.
+    EXPECT_EQ(Count(db, QStringLiteral("SELECT COUNT(*) FROM pdtable_112 WHERE discipline_indx_no = 1")), 22);
+    EXPECT_EQ(Count(db, QStringLiteral("SELECT MAX(n) FROM (SELECT COUNT(*) AS n FROM pdtable_113 GROUP BY area_index_no)")), 38);
+    EXPECT_EQ(Count(db, QStringLiteral("SELECT COUNT(*) FROM pdtable_117")), 22);
+    EXPECT_EQ(Count(db, QStringLiteral("SELECT COUNT(*) FROM pdtable_132")), 2000);
+
+    options.models = 11;
+    EXPECT_EQ(fxtest::FailureText([&] { GenerateSchema(options, file); }),
+              QStringLiteral("GenerateSchema: Model count '%0%' out of range (%1% to %2%)|||11|||12|||100000"));
+}
+
 TEST(SchemaGenerator, columns_are_declared_with_ris_types_that_survive_a_dump)
 {
     fxtest::Sandbox box;

@@ -41,9 +41,9 @@ inline std::optional<QString> SiteKind(const char *name)
 }
 
 /// Builds a site in `root` and makes it the program's: its settings in `programDir`, its user
-/// config file the user's.
+/// config file the user's. `models` 0 leaves their number to pdssim.
 inline pdssim::SiteLayout ProgramSite(const QString &root, const QString &project, const QString &kind, int clashes,
-                                      bool edge, const QString &programDir)
+                                      bool edge, const QString &programDir, int models = 0)
 {
     pdssim::SiteOptions options;
     options.root = root;
@@ -51,6 +51,7 @@ inline pdssim::SiteLayout ProgramSite(const QString &root, const QString &projec
     options.clashes = clashes;
     options.kind = kind;
     options.edge = edge;
+    options.models = models;
     options.pdssimExecutable = QStringLiteral(PDSSIM_EXECUTABLE);
     pdssim::BuildSite(options);
     const pdssim::SiteLayout layout(root);

@@ -6,7 +6,7 @@
 
 namespace pdssim {
 
-int RunSite(const QStringList &args);      ///< site DIR --project NAME --clashes N [--seed S] [--kind K] [--edge] [--lock-owner-width W]
+int RunSite(const QStringList &args);      ///< site DIR --project NAME --clashes N [--seed S] [--kind K] [--edge] [--lock-owner-width W] [--models M]
 int RunInstall(const QStringList &args);   ///< install SITE_DIR PROGRAM_DIR: the site's settings into a program folder
 int RunRisBatch(const QStringList &args);  ///< risbatch --site DIR [-i infile] [-o outfile]
 int RunRisUnload(const QStringList &args); ///< risunlod --site DIR -m w -o dump -f log -s schema table ...

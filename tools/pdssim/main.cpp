@@ -43,7 +43,7 @@ int main(int argc, char *argv[])
             }
         }
     }
-    std::fprintf(stderr, "usage: pdssim site DIR --project NAME --clashes N [--seed S] [--kind sqlite|ris|postgres=CONN] [--edge] [--lock-owner-width W]\n"
+    std::fprintf(stderr, "usage: pdssim site DIR --project NAME --clashes N [--seed S] [--kind sqlite|ris|postgres=CONN] [--edge] [--lock-owner-width W] [--models M]\n"
                          "       pdssim install SITE_DIR PROGRAM_DIR\n"
                          "       pdssim risbatch|risunlod|rislod|risclnsr --site DIR ...\n");
     return 2;

@@ -95,7 +95,8 @@ void WriteAreas(SchemaBuilder &b)
 {
     const qint64 n = b.options.clashes;
     const int interference = int(Clamp(n / 25000 + 2, 2, 40));
-    const int perDiscipline = int(Clamp(n / 200000 + 2, 2, 8));
+    const int models = b.options.models;
+    const int perDiscipline = models > 0 ? int(Clamp(models / 250 + 2, 2, 99)) : int(Clamp(n / 200000 + 2, 2, 8));
     for (const Discipline &discipline : kDisciplines) {
         if (discipline.number == kClashDiscipline)
             continue;
@@ -127,7 +128,7 @@ void WriteAreas(SchemaBuilder &b)
 void WriteModelsAndComponents(SchemaBuilder &b)
 {
     const qint64 n = b.options.clashes;
-    const int modelCount = int(Clamp(n / 250, 12, 4000));
+    const int modelCount = b.options.models > 0 ? b.options.models : int(Clamp(n / 250, 12, 4000));
     std::vector<int> perArea(b.designAreas.size(), 0);
     QHash<int, int> partitions;
     for (int i = 0; i < modelCount; ++i) {
@@ -238,6 +239,9 @@ QList<EdgeCase> GenerateSchema(const SchemaOptions &options, const QString &sqli
         if (options.clashes < kMinClashes || options.clashes > kMaxClashes)
             fx::Raise(pdssim::sitemsg::SimClashCountOutOfRange,
                       {QString::number(options.clashes), QString::number(kMinClashes), QString::number(kMaxClashes)});
+        if (options.models != 0 && (options.models < kMinModels || options.models > kMaxModels))
+            fx::Raise(pdssim::sitemsg::SimModelCountOutOfRange,
+                      {QString::number(options.models), QString::number(kMinModels), QString::number(kMaxModels)});
         QFile::remove(sqliteFile);
         QDir().mkpath(QFileInfo(sqliteFile).absolutePath());
         fx::SqliteDb db(sqliteFile, fx::SqliteDb::OpenMode::ReadWriteCreate);

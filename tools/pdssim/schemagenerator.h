@@ -29,12 +29,18 @@ struct SchemaOptions
     bool edge = false;
     /// The declared width of pdtable_102.lock_owner; a real schema may have it narrower than 40.
     int lockOwnerWidth = 40;
+    /// The models of the project, kMinModels to kMaxModels; 0 makes them from the clash count
+    /// (one in 250 clashes, 12 to 4,000). Given, the design areas grow with them too: two per
+    /// discipline and one more for every 250 models, so that an area holds some 40 models.
+    int models = 0;
     /// Adds two rows of one clash id (both left out, status 99): a load of the project fails.
     bool edgeFatal = false;
 };
 
 inline constexpr qint64 kMinClashes = 10;
 inline constexpr qint64 kMaxClashes = 1000000;
+inline constexpr int kMinModels = 12;
+inline constexpr int kMaxModels = 100000;
 
 /// The discipline whose areas are the interference areas (pdtable_102, type 451).
 inline constexpr int kClashDiscipline = 8;

@@ -17,6 +17,7 @@ struct SiteOptions
     /// The pdssim that the site's RIS tool wrappers run; this process's own when empty.
     QString pdssimExecutable;
     int lockOwnerWidth = 40; ///< the declared width of pdtable_102.lock_owner
+    int models = 0;          ///< models of the project; 0: as many as the clash count makes
 };
 
 /// Builds the site: its schema of the kind asked, the manifest of its hard cases, the control

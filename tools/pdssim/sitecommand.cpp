@@ -34,6 +34,15 @@ int LockOwnerWidth(const QString &text)
     return width;
 }
 
+int ModelCount(const QString &text)
+{
+    bool ok = false;
+    const int count = text.toInt(&ok);
+    if (!ok || count < kMinModels || count > kMaxModels)
+        fx::Raise(sitemsg::SimModelCountOutOfRange, {text, QString::number(kMinModels), QString::number(kMaxModels)});
+    return count;
+}
+
 SiteOptions ParseSiteArguments(QStringList args)
 {
     SiteOptions options;
@@ -56,6 +65,8 @@ SiteOptions ParseSiteArguments(QStringList args)
             options.edge = true;
         else if (arg == QLatin1String("--lock-owner-width"))
             options.lockOwnerWidth = LockOwnerWidth(value(arg));
+        else if (arg == QLatin1String("--models"))
+            options.models = ModelCount(value(arg));
         else if (arg.startsWith(QLatin1String("--")) || !options.root.isEmpty())
             fx::Raise(sitemsg::SimUnknownArgument, {arg});
         else
@@ -111,6 +122,7 @@ void BuildSite(const SiteOptions &options)
         schema.uorPerMaster = qint64(dgn.subPerMaster) * dgn.uorPerSub;
         schema.edge = options.edge;
         schema.lockOwnerWidth = options.lockOwnerWidth;
+        schema.models = options.models;
         const QList<EdgeCase> cases = BuildSiteSchema(layout, schema, kind, connection);
         const QString schemaName = QStringLiteral("pd_") + options.project;
         if (kind == SchemaKind::Ris)

@@ -18,8 +18,9 @@ inline constexpr char SimClashCountOutOfRange[] = "Clash count %0% out of range 
 inline constexpr char SimManifestNotWritten[] = "Manifest '%0%' could not be written";
 inline constexpr char SimSchemaFileNotFound[] = "Schema database '%0%' not found";
 inline constexpr char SimOptionWithoutValue[] = "Option '%0%' needs a value";
+inline constexpr char SimModelCountOutOfRange[] = "Model count '%0%' out of range (%1% to %2%)";
 inline constexpr char SimLockOwnerWidthOutOfRange[] = "Lock owner width '%0%' out of range (1 to 240)";
 inline constexpr char SimUnknownArgument[] = "Unknown argument '%0%'";
-inline constexpr char SimSiteArgumentsMissing[] = "Usage: pdssim site DIR --project NAME --clashes N [--seed S] [--kind sqlite|ris|postgres=CONN] [--edge] [--lock-owner-width W]";
+inline constexpr char SimSiteArgumentsMissing[] = "Usage: pdssim site DIR --project NAME --clashes N [--seed S] [--kind sqlite|ris|postgres=CONN] [--edge] [--lock-owner-width W] [--models M]";
 
 } // namespace pdssim::sitemsg
